@@ -1,0 +1,19 @@
+# make demo    everything from a fresh clone to the main job, shown step by step
+# make test    set up, build, run all tests
+# make build   both bitnesses: build/x86/bin and build/x64/bin
+SHELL := /bin/bash
+.DEFAULT_GOAL := build
+
+.PHONY: setup build test demo bench format lint clean
+
+setup:
+	@scripts/setup.sh
+
+build: setup
+	@scripts/build.sh
+
+test: build
+	@scripts/test.sh
+
+clean:
+	rm -rf build/x86 build/x64

@@ -1,0 +1,16 @@
+# kxova_target(NAME): the settings that every target of this project shares.
+function(kxova_target name)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF PREFIX "")
+  target_compile_definitions(${name} PRIVATE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
+  if(MSVC)
+    target_compile_options(${name} PRIVATE /W4 /WX /utf-8 /execution-charset:windows-1252)
+    return()
+  endif()
+  # Texts of the trace hold German letters and leave the process as ANSI; what a trace line names as its source
+  # file is the plain file, not the folder it was built in.
+  target_compile_options(${name} PRIVATE
+    -Wall -Wextra -Wpedantic -Wformat=2 -Wno-format-nonliteral -Wcast-qual -Wshadow -Werror
+    -fexec-charset=windows-1252 -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+  target_link_options(${name} PRIVATE -static -static-libgcc -static-libstdc++)
+endfunction()

@@ -1,0 +1,7 @@
+# Sourced: the environment in which this project's Windows programs run on Linux.
+# KXOVA_PREFIX names another prefix than the one that setup.sh makes.
+kxova_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export WINEDLLPATH=$kxova_root/build/wine/modules/lib/wine
+export WINEPREFIX=${KXOVA_PREFIX:-$kxova_root/build/wine/prefix}
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEARCH=win64

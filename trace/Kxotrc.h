@@ -1,0 +1,66 @@
+// The trace: one text line per event, to the output that the machine's configuration names.
+//
+// Functions trace through KXTRACE, which costs one comparison when the line is not wanted. The lines of all
+// processes of the machine are serialised by one mutex; see docs/trace.md for configuration, formats and outputs.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+// Levels that the library itself uses. The trace compares the whole value, so exactly one of them per line.
+enum TrcLevel : std::uint32_t
+{
+    TRC_PX = 2,
+    TRC_PE = 4,
+    TRC_ENTRY = 8,
+    TRC_RESOURCE = 16,
+    TRC_DETAIL = 64,
+    TRC_RESULT = 128,
+};
+
+inline constexpr char TRC_MODULE[] = "CFP";  // module name of every line that does not say otherwise
+
+extern std::uint32_t trcLevelMask;
+extern const volatile std::uint32_t* trcGeneration;  // the machine-wide word, or a private one until it is mapped
+extern std::uint32_t trcLastGeneration;              // its value at the last configuration read
+
+// True when a line of this level is to be attempted: its bit is set, or the configuration has changed.
+inline bool TrcEnabled(std::uint32_t level) noexcept
+{
+    return ((trcLevelMask & level) | (*trcGeneration ^ trcLastGeneration)) != 0;
+}
+
+// Reads the configuration; the attributes are those of the machine-wide kernel objects. Called once per load.
+void TrcStart(SECURITY_ATTRIBUTES* attributes) noexcept;
+
+// Releases everything that the trace holds. Later trace calls are harmless.
+void TrcStop() noexcept;
+
+// TrcLock waits for the machine's trace mutex at most 10 s and lets the caller go on in any case (always 0).
+std::uint32_t TrcLock() noexcept;
+void TrcUnlock() noexcept;
+
+// Formats into the static text buffer (1024 bytes; call it and use the result under TrcLock only).
+__attribute__((format(printf, 1, 2))) const char* TrcFormat(const char* format, ...) noexcept;
+
+// Writes one line past the gate, through filters and format, to the output. errno and the last error are kept.
+void TrcWrite(const char* function, std::uint32_t level, const char* module, std::uint32_t result,
+              std::uint16_t subCode, const char* sourceFile, int line, const char* text) noexcept;
+
+// Writes "E " and the message straight to the output, past all filters.
+void TrcError(const char* message) noexcept;
+
+// Lock, format, write, unlock: what KXTRACE does when the gate is open.
+__attribute__((format(printf, 6, 7))) void TrcLine(const char* function, std::uint32_t level, const char* module,
+                                                   const char* sourceFile, int line, const char* format,
+                                                   ...) noexcept;
+
+// KXTRACE("LogDeviceDel: ", TRC_ENTRY, "lpszLogDevice=%s ", name): arguments are evaluated only when the gate is open.
+#define KXTRACE(function, level, ...) KXTRACE_MODULE(TRC_MODULE, function, level, __VA_ARGS__)
+
+#define KXTRACE_MODULE(module, function, level, ...)                              \
+    do {                                                                          \
+        if (TrcEnabled(level)) [[unlikely]]                                       \
+            TrcLine(function, level, module, __FILE__, __LINE__, __VA_ARGS__);    \
+    } while (false)
