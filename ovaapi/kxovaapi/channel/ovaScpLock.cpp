@@ -1,0 +1,61 @@
+#include "channel/ovaScpLock.h"
+
+#include <utility>
+
+#include "Kxotrc.h"
+#include "channel/traceValues.h"
+
+namespace {
+
+HANDLE s_lock = nullptr;
+
+bool valid(HANDLE lock) noexcept
+{
+    return lock != nullptr && lock != INVALID_HANDLE_VALUE;
+}
+
+}  // namespace
+
+void createOvaScpLock() noexcept
+{
+    s_lock = CreateMutexA(nullptr, FALSE, nullptr);
+    if (!s_lock) {
+        const DWORD error = GetLastError();
+        KXTRACE("InitInstance: ", TRC_DETAIL, "createMutexFailed: 0x%x", hex(error));
+    }
+}
+
+void closeOvaScpLock() noexcept
+{
+    const HANDLE lock = std::exchange(s_lock, nullptr);
+    if (!valid(lock)) return;
+    ReleaseMutex(lock);
+    CloseHandle(lock);
+}
+
+std::uint32_t OvaScpLock() noexcept
+{
+    constexpr char function[] = "OvaScpLock: ";
+    const HANDLE lock = s_lock;
+    if (!valid(lock)) return ERROR_INVALID_HANDLE;
+
+    const DWORD result = WaitForSingleObject(lock, ovaScpLockTimeout);
+    if (result == WAIT_OBJECT_0) return result;
+
+    const DWORD error = GetLastError();
+    KXTRACE(function, TRC_DETAIL, "return - error getting mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x", hex(lock),
+            hex(result), hex(GetCurrentThreadId()), hex(GetCurrentProcessId()));
+    if (result == WAIT_FAILED) KXTRACE(function, TRC_DETAIL, "return - WAIT_FAILED - LastErr = 0x%x ", hex(error));
+    return result;
+}
+
+std::uint32_t OvaScpUnLock() noexcept
+{
+    const HANDLE lock = s_lock;
+    if (valid(lock) && !ReleaseMutex(lock)) {
+        const DWORD error = GetLastError();
+        KXTRACE("OvaScpUnLock: ", TRC_DETAIL, "return - releasing mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x",
+                hex(lock), hex(error), hex(GetCurrentThreadId()), hex(GetCurrentProcessId()));
+    }
+    return 0;
+}
