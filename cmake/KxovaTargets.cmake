@@ -14,3 +14,11 @@ function(kxova_target name)
     -fexec-charset=windows-1252 -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
   target_link_options(${name} PRIVATE -static -static-libgcc -static-libstdc++)
 endfunction()
+
+# Header-only libraries of the host system, linked into a folder of their own: the cross compilers must not see the
+# rest of /usr/include.
+set(KXOVA_HEADER_LIBRARIES ${CMAKE_BINARY_DIR}/header-libraries)
+file(MAKE_DIRECTORY ${KXOVA_HEADER_LIBRARIES})
+foreach(library CLI nlohmann)
+  file(CREATE_LINK /usr/include/${library} ${KXOVA_HEADER_LIBRARIES}/${library} SYMBOLIC)
+endforeach()

@@ -20,8 +20,15 @@
 
 #include <windows.h>
 
+#include "kxova/board.h"
 #include "kxova/logdevice.h"
+#include "kxova/logname.h"
+#include "kxova/notify.h"
+#include "kxova/panel.h"
+#include "kxova/protocol.h"
 #include "kxova/results.h"
 #include "kxova/retired.h"
+#include "kxova/template.h"
+#include "kxova/values.h"
 
 #endif

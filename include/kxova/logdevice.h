@@ -49,6 +49,10 @@ KXOVAAPI long LogDeviceDelValue(const char* lpszLogDevice, const char* lpszParam
 KXOVAAPI long LogDeviceGetEnum(const char* lpszNetTypeName, unsigned long iValue, char* buffer,
                                unsigned long* length);
 
+/* All logical devices, from one list that is fetched at the start of an enumeration and cached until 259.
+ * 87: buffer or length is NULL. */
+KXOVAAPI long DCFG_LogDeviceGetEnum(unsigned long iValue, char* buffer, unsigned long* length);
+
 /* Name and text of the iValue-th value, as stored (no translation). */
 KXOVAAPI long LogDeviceGetEnumValue(const char* lpszLogDevice, unsigned long iValue, char* name,
                                     unsigned long* nameLength, char* value, unsigned long* valueLength);

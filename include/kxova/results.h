@@ -14,8 +14,7 @@
 #ifndef KXOVA_RESULTS_H
 #define KXOVA_RESULTS_H
 
-enum kxova_result
-{
+enum kxova_result {
     DCFG_ERR_BUFFER_TOO_SHORT = 234, /* the caller's buffer cannot hold the text (ERROR_MORE_DATA) */
     DCFG_ERR_NO_MORE_ITEMS = 259,    /* an enumeration index lies past the last item (ERROR_NO_MORE_ITEMS) */
     DCFG_ERR_NOT_FOUND = 8012,       /* the named device, name, definition, board or protocol does not exist */

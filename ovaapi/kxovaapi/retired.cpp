@@ -1,8 +1,8 @@
 // Entry points kept for old callers: one function per constant, exported under all the names of its group.
 
+#include "kxova/retired.h"
 #include "kxframework.h"
 #include "kxova/results.h"
-#include "kxova/retired.h"
 
 extern "C" {
 

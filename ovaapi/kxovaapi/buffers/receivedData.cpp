@@ -36,8 +36,7 @@ receivedData::receivedData(receivedData&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)),
       length_(std::exchange(other.length_, 0)),
       cursor_(std::exchange(other.cursor_, 0))
-{
-}
+{}
 
 void receivedData::Release() noexcept
 {
@@ -106,8 +105,8 @@ std::uint32_t receivedData::ReadString(char* buffer, std::uint32_t* size) noexce
     wchar_t wide[scratchUnits] = {};
     char text[scratchUnits] = {};
     std::memcpy(wide, data_ + cursor_, length);
-    const auto needed = static_cast<std::uint32_t>(
-        WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr));
+    const auto needed =
+        static_cast<std::uint32_t>(WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr));
     if (needed == 0) {
         // What a failed conversion left behind is no text.
         text[0] = 0;

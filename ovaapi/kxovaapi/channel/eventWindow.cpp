@@ -6,11 +6,11 @@
 #include <list>
 #include <memory>
 
-#include "Kxotrc.h"
 #include "channel/handles.h"
 #include "channel/kxOvascp.h"
 #include "channel/ovaScpLock.h"
 #include "channel/traceValues.h"
+#include "Kxotrc.h"
 
 namespace eventWindow {
 namespace {
@@ -18,9 +18,9 @@ namespace {
 constexpr char className[] = "KXOVAAPIWOW";
 constexpr char windowTitle[] = "KxOvaApi [workerWindow]";
 constexpr int windowWidth = 350;
-constexpr DWORD startWait = 50;     // milliseconds, for a thread just started
-constexpr DWORD restartWait = 10;   // milliseconds, for one started before
-constexpr DWORD closeWait = 200;    // milliseconds
+constexpr DWORD startWait = 50;    // milliseconds, for a thread just started
+constexpr DWORD restartWait = 10;  // milliseconds, for one started before
+constexpr DWORD closeWait = 200;   // milliseconds
 constexpr char procedureName[] = "EventWindow";
 
 // Written under the channel lock or by the message thread.
@@ -151,7 +151,8 @@ unsigned __stdcall messageThread(void*)
     KXTRACE(function, TRC_DETAIL, "created eventWindow 0x%x", hex(s_window));
     SetEvent(s_ready.get());
 
-    while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
+    while (GetMessageA(&message, nullptr, 0, 0) > 0)
+        DispatchMessageA(&message);
 
     s_window = nullptr;
     if (s_closed) SetEvent(s_closed.get());
@@ -216,7 +217,8 @@ int CreateMsgThread() noexcept
         KXTRACE(function, TRC_DETAIL, "_beginthreadex failed! %d", dec(error));
         return 0;
     }
-    for (int i = 0; i < 4; ++i) Sleep(0);
+    for (int i = 0; i < 4; ++i)
+        Sleep(0);
     const bool up = WaitForSingleObject(s_ready.get(), startWait) == WAIT_OBJECT_0;
     CloseHandle(reinterpret_cast<HANDLE>(s_thread));
     return up ? 1 : 0;
@@ -245,7 +247,8 @@ void close(const char* function) noexcept
     }
     s_thread = 0;
     // The thread still has to leave this library's code, which may be unloaded right after.
-    for (int i = 0; i < 3; ++i) Sleep(10);
+    for (int i = 0; i < 3; ++i)
+        Sleep(10);
 }
 
 void closeEvents() noexcept

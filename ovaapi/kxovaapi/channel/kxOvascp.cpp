@@ -4,12 +4,12 @@
 #include <cstring>
 #include <new>
 
-#include "Kxotrc.h"
 #include "channel/eventWindow.h"
 #include "channel/ovaScpLock.h"
 #include "channel/scpFrame.h"
 #include "channel/traceValues.h"
 #include "kxonlinx.h"
+#include "Kxotrc.h"
 
 namespace {
 
@@ -211,12 +211,14 @@ bool kxOvascp::otherWindowRegistered(HWND window) noexcept
     return !m_windows.empty() && m_windows.find(window) == m_windows.end();
 }
 
-bool kxOvascp::addWindow(HWND window, const GUID& interfaceClass)
-{
+bool kxOvascp::addWindow(HWND window, const GUID& interfaceClass) noexcept
+try {
     const std::lock_guard guard(m_mapMutex);
     if (otherWindowRegistered(window)) return false;
     m_windows.emplace(window, std::make_unique<GUID>(interfaceClass));
     return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool kxOvascp::removeWindow(const GUID& interfaceClass) noexcept
@@ -237,10 +239,13 @@ HWND kxOvascp::registeredWindow() noexcept
     return m_windows.empty() ? nullptr : m_windows.begin()->first;
 }
 
-void kxOvascp::setMessageType(HWND window, std::uint32_t messageType)
-{
+bool kxOvascp::setMessageType(HWND window, std::uint32_t messageType) noexcept
+try {
     const std::lock_guard guard(m_mapMutex);
     m_messageTypes[window] = messageType;
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 std::uint32_t kxOvascp::messageType(HWND window) noexcept

@@ -52,11 +52,11 @@ class kxOvascp
 
     // The registrations for hardware changes; at most one window is registered, for any number of interface classes.
     bool otherWindowRegistered(HWND window) noexcept;
-    bool addWindow(HWND window, const GUID& interfaceClass);  // false: another window is registered
-    bool removeWindow(const GUID& interfaceClass) noexcept;   // false: no window is registered for that class
-    HWND registeredWindow() noexcept;                         // NULL: none
-    void setMessageType(HWND window, std::uint32_t messageType);
-    std::uint32_t messageType(HWND window) noexcept;  // 1024 unless set
+    bool addWindow(HWND window, const GUID& interfaceClass) noexcept;  // false: another window is registered
+    bool removeWindow(const GUID& interfaceClass) noexcept;  // false: no window is registered for that class
+    HWND registeredWindow() noexcept;                        // NULL: none
+    bool setMessageType(HWND window, std::uint32_t messageType) noexcept;  // false: out of memory
+    std::uint32_t messageType(HWND window) noexcept;                       // 1024 unless set
 
  private:
     static void openChannel() noexcept;

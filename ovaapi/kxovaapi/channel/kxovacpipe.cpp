@@ -5,13 +5,13 @@
 #include <new>
 #include <utility>
 
-#include "Kxotrc.h"
 #include "channel/traceValues.h"
+#include "Kxotrc.h"
 
 namespace {
 
 constexpr char pipeMutexName[] = "Global\\KXRTS_OVAAPI_64_WOW_MUTEX";
-constexpr DWORD pipeLockTimeout = 20000;    // milliseconds
+constexpr DWORD pipeLockTimeout = 20000;     // milliseconds
 constexpr DWORD serverStartTimeout = 20000;  // milliseconds
 
 SECURITY_ATTRIBUTES* s_attributes = nullptr;

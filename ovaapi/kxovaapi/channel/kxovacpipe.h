@@ -1,5 +1,6 @@
 // The pipe client: the second way to the configuration server, for the path-based registry requests alone. A request
-// is the bare payload in one write, its reply one read. A machine-wide mutex keeps the clients of all processes apart.
+// is the bare payload in one write, its reply one read. A machine-wide mutex keeps the clients of all processes
+// apart.
 #pragma once
 
 #include <windows.h>

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "Kxotrc.h"
 #include "channel/traceValues.h"
+#include "Kxotrc.h"
 
 namespace {
 

@@ -3,9 +3,11 @@
 
 #include <windows.h>
 
+#include <concepts>
 #include <cstdint>
 
-inline unsigned int hex(DWORD value) noexcept
+template <std::integral Number>
+unsigned int hex(Number value) noexcept
 {
     return static_cast<unsigned int>(value);
 }
@@ -15,7 +17,8 @@ inline unsigned int hex(const void* handle) noexcept
     return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(handle));
 }
 
-inline int dec(DWORD value) noexcept
+template <std::integral Number>
+int dec(Number value) noexcept
 {
     return static_cast<int>(value);
 }

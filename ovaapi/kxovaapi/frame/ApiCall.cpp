@@ -28,7 +28,8 @@ void CallSite::trace(std::uint32_t level, const char* format, ...) const noexcep
     TrcLine(name, level, TRC_MODULE, where.file_name(), static_cast<int>(where.line()), "%s", text);
 }
 
-ApiCall::ApiCall(const char* traceName, std::source_location where) noexcept : site_{traceName, where}
+ApiCall::ApiCall(const char* traceName, std::source_location where) noexcept
+    : site_{.name = traceName, .where = where}
 {
     DCFG_StopServer();
 }
@@ -56,16 +57,24 @@ long ApiCall::fail(long result, const char* text) const noexcept
 void Reply::endIfFailed(std::uint32_t status) noexcept
 {
     if (status == ERROR_SUCCESS) return;
-    status_ = static_cast<long>(status);
-    ended_ = true;
+    end(static_cast<long>(status));
     site_.trace(TRC_RESULT, "<< result= 0x%x ", status);
+}
+
+void Reply::end(long status) noexcept
+{
+    status_ = status;
+    ended_ = true;
 }
 
 void Reply::exchange(const sendData& request) noexcept
 {
     kxOvascp* const client = GetChannelClient(false);
     // Without a client there is no channel either, and callers know 30 as "no answer from the server".
-    endIfFailed(client ? client->ExchangeFrame(request, data_) : std::uint32_t{ERROR_READ_FAULT});
+    const std::uint32_t status = client ? client->ExchangeFrame(request, data_) : std::uint32_t{ERROR_READ_FAULT};
+    if (status == ERROR_SUCCESS) return;
+    end(static_cast<long>(status));
+    site_.trace(TRC_RESULT, site_.exchangeFailure, status);
 }
 
 bool Reply::kindIsResult() noexcept
@@ -88,8 +97,7 @@ Reply& Reply::expectResult(long otherKind) noexcept
 {
     if (kindIsResult()) return result();
     if (!ended_) {
-        status_ = otherKind;
-        ended_ = true;
+        end(otherKind);
         site_.trace(TRC_RESULT,
                     otherKind == ERROR_READ_FAULT ? "<< result ERROR_READ_FAULT (0x%x)"
                                                   : "<< return - Error DCFG_INVALID_RESPONSE (0x%x)",
@@ -128,6 +136,14 @@ Reply& Reply::byte(unsigned long* value) noexcept
     std::uint8_t byte = 0;
     endIfFailed(data_.ReadU8(&byte));
     if (ok()) *value = byte;
+    return *this;
+}
+
+Reply& Reply::bytes(void* data, const unsigned long* count) noexcept
+{
+    if (!ok()) return *this;
+    const std::uint32_t size = *count;
+    endIfFailed(data_.ReadBytes(data, &size));
     return *this;
 }
 

@@ -9,7 +9,8 @@
 //     }
 //
 // Constructing an ApiCall enters the library's module context for the call. request() builds the message from its
-// fields, carries it over the channel and yields the reply; the steps that follow each do nothing once one has failed.
+// fields, carries it over the channel and yields the reply; the steps that follow each do nothing once one has
+// failed.
 #pragma once
 
 #include <windows.h>
@@ -17,11 +18,11 @@
 #include <cstdint>
 #include <source_location>
 
-#include "Kxotrc.h"
 #include "buffers/receivedData.h"
 #include "buffers/sendData.h"
 #include "channel/traceValues.h"
 #include "kxframework.h"
+#include "Kxotrc.h"
 #include "kxova/results.h"
 #include "wire/opcodes.h"
 
@@ -89,6 +90,7 @@ struct CallSite
 {
     const char* name;
     std::source_location where;
+    const char* exchangeFailure = "<< result= 0x%x ";  // how a failed exchange is traced; a format with one %x
 
     __attribute__((format(printf, 3, 4))) void trace(std::uint32_t level, const char* format, ...) const noexcept;
 };
@@ -108,10 +110,12 @@ class Reply
     Reply& list(char* buffer, unsigned long* length) noexcept;       // ReadMultiString
     Reply& number(unsigned long* value) noexcept;                    // u32
     Reply& byte(unsigned long* value) noexcept;                      // u8, stored as 32 bits
+    Reply& bytes(void* data, const unsigned long* count) noexcept;   // that many raw bytes
 
     // The steps of expectResult alone, for functions that treat another kind in a way of their own.
     bool kindIsResult() noexcept;  // false also when there is no kind to read: see ended()
     Reply& result() noexcept;
+    void end(long status) noexcept;  // ends the call without a trace of its own
 
     // Traces the result and returns it; a call that has ended was traced where it ended.
     long done() const noexcept;
@@ -148,6 +152,9 @@ class ApiCall
     ApiCall& operator=(const ApiCall&) = delete;
 
     const char* name() const noexcept { return site_.name; }
+
+    // How a failed exchange of this call is traced, where that is not the usual text.
+    void exchangeFailure(const char* format) noexcept { site_.exchangeFailure = format; }
 
     // One request over the channel, and its reply.
     template <typename... Fields>

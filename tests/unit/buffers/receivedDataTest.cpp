@@ -31,13 +31,15 @@ class ReplyBytes
     }
     ReplyBytes& units(const std::u16string& text)
     {
-        for (const char16_t unit : text) u16(unit);
+        for (const char16_t unit : text)
+            u16(unit);
         return *this;
     }
     ReplyBytes& list(const std::vector<std::u16string>& texts)
     {
         std::u16string all;
-        for (const auto& entry : texts) all.append(entry).push_back(u'\0');
+        for (const auto& entry : texts)
+            all.append(entry).push_back(u'\0');
         u32(static_cast<std::uint32_t>(2 * all.size())).units(all);
         return all.empty() ? *this : u32(0xDEADBEEF);
     }
@@ -55,7 +57,8 @@ class ReplyBytes
  private:
     ReplyBytes& number(std::uint32_t value, int width)
     {
-        for (int i = 0; i < width; ++i) bytes_.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        for (int i = 0; i < width; ++i)
+            bytes_.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
         return *this;
     }
 
@@ -67,7 +70,10 @@ struct Buffer
 {
     explicit Buffer(std::uint32_t capacity) : bytes(capacity + 32, 0x5A), size(capacity) {}
     char* text() { return reinterpret_cast<char*>(bytes.data()) + 16; }
-    bool untouched() const { return std::all_of(bytes.begin(), bytes.end(), [](auto b) { return b == 0x5A; }); }
+    bool untouched() const
+    {
+        return std::all_of(bytes.begin(), bytes.end(), [](auto b) { return b == 0x5A; });
+    }
     bool guardsIntact(std::uint32_t capacity) const
     {
         const auto isGuard = [](auto b) { return b == 0x5A; };
@@ -326,14 +332,14 @@ TEST_P(ReadStringAndCopy, Row)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, ReadStringAndCopy,
-                         testing::Values(UserCopy{5, 100, 0, 5, true},       // room to spare
-                                         UserCopy{5, 6, 0, 5, true},         // exactly with terminator
-                                         UserCopy{5, 5, 0, 5, false},        // exactly without one
-                                         UserCopy{5, 4, 234, 5, false},      // one byte short
-                                         UserCopy{5, 0, 234, 5, false},      //
-                                         UserCopy{0, 1, 0, 0, true},         //
-                                         UserCopy{0, 0, 0, 0, true},         // the terminator is written all the same
-                                         UserCopy{259, 260, 0, 259, true},   // the longest text
+                         testing::Values(UserCopy{5, 100, 0, 5, true},      // room to spare
+                                         UserCopy{5, 6, 0, 5, true},        // exactly with terminator
+                                         UserCopy{5, 5, 0, 5, false},       // exactly without one
+                                         UserCopy{5, 4, 234, 5, false},     // one byte short
+                                         UserCopy{5, 0, 234, 5, false},     //
+                                         UserCopy{0, 1, 0, 0, true},        //
+                                         UserCopy{0, 0, 0, 0, true},        // the terminator is written all the same
+                                         UserCopy{259, 260, 0, 259, true},  // the longest text
                                          UserCopy{260, 1000, 234, 1000, false}));
 
 TEST(ReadStringAndCopyToUserBuffer, TextOf260_emptiesTheBufferAndLeavesTheLength)
@@ -453,7 +459,8 @@ TEST(ReadMultiString, ListWithoutTerminatorAtTheEndOfTheBlock_staysInTheBlock)
     receivedData reply;
     ReplyBytes bytes;
     bytes.u32(0xFFFFFFF0);
-    for (int i = 0; i < 4094; ++i) bytes.u16('x');
+    for (int i = 0; i < 4094; ++i)
+        bytes.u16('x');
     bytes.fill(reply);
     Buffer buffer(8192);
     EXPECT_EQ(reply.ReadMultiString(buffer.text(), &buffer.size), 0u);

@@ -46,9 +46,9 @@ TEST(SendData, Numbers_areLittleEndianWithoutGaps)
     EXPECT_EQ(request.PutU32(0x89ABCDEF), 0u);
     EXPECT_EQ(request.PutU32Ptr(&pointed), 0u);
     EXPECT_EQ(request.PutU32Ptr(nullptr), 0u);
-    EXPECT_EQ(written(request), (Bytes{0x34, 0x12,                //
-                                       0xEF, 0xCD, 0xAB, 0x89,    //
-                                       0x0D, 0x0C, 0x0B, 0x0A,    //
+    EXPECT_EQ(written(request), (Bytes{0x34, 0x12,              //
+                                       0xEF, 0xCD, 0xAB, 0x89,  //
+                                       0x0D, 0x0C, 0x0B, 0x0A,  //
                                        0x00, 0x00, 0x00, 0x00}));
 }
 
@@ -136,14 +136,14 @@ TEST_P(SendDataStringFit, StringNearTheEnd)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, SendDataStringFit,
-                         testing::Values(StringFit{0, 2047, 0},         // 4 + 4 * 2047 = 8192
-                                         StringFit{0, 2048, 111},       // would fit counted once
-                                         StringFit{2, 2046, 0},         //
-                                         StringFit{2, 2047, 111},       //
-                                         StringFit{8184, 1, 0},         // 8184 + 4 + 4 = 8192
-                                         StringFit{8185, 1, 111},       // its 6 bytes would fit
-                                         StringFit{8188, 0, 0},         // the length field alone
-                                         StringFit{8189, 0, 111},       // not even the length field
+                         testing::Values(StringFit{0, 2047, 0},    // 4 + 4 * 2047 = 8192
+                                         StringFit{0, 2048, 111},  // would fit counted once
+                                         StringFit{2, 2046, 0},    //
+                                         StringFit{2, 2047, 111},  //
+                                         StringFit{8184, 1, 0},    // 8184 + 4 + 4 = 8192
+                                         StringFit{8185, 1, 111},  // its 6 bytes would fit
+                                         StringFit{8188, 0, 0},    // the length field alone
+                                         StringFit{8189, 0, 111},  // not even the length field
                                          StringFit{8192, 3, 111}));
 
 TEST(SendData, String_longerThanTheBufferWritesNothingBehindIt)
@@ -155,7 +155,8 @@ TEST(SendData, String_longerThanTheBufferWritesNothingBehindIt)
     } guarded;
     std::fill(std::begin(guarded.guard), std::end(guarded.guard), std::uint8_t{0x5A});
     EXPECT_EQ(guarded.request.PutString(std::string(100000, 'x').c_str()), 111u);
-    for (const std::uint8_t byte : guarded.guard) EXPECT_EQ(byte, 0x5A);
+    for (const std::uint8_t byte : guarded.guard)
+        EXPECT_EQ(byte, 0x5A);
 }
 
 TEST(SendData, AfterAnOverflow_everyPutIsRefusedUntilReset)

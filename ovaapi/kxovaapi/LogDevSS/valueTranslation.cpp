@@ -1,4 +1,4 @@
-#include "valueTranslation.h"
+#include "LogDevSS/valueTranslation.h"
 
 #include <cstring>
 
@@ -13,18 +13,12 @@ struct Row
 };
 
 constexpr Row storedToShown[] = {
-    {"soft_entry", "0", "no"},
-    {"soft_entry", "1", "yes"},
-    {"soft_entry", "2", "get_config"},
-    {"soft_entry", "3", "get_config_go"},
-    {"soft_entry", "4", "search_baud"},
-    {"DP_MODE", "false", "NO"},
-    {"DP_MODE", "true", "YES"},
-    {"busparam", "0", "DP"},
-    {"busparam", "1", "STD"},
-    {"busparam", "2", "UNI"},
-    {"busparam", "3", "USER"},
-    {"subnet_typ", "1", "DP"},
+    {"soft_entry", "0", "no"},          {"soft_entry", "1", "yes"},
+    {"soft_entry", "2", "get_config"},  {"soft_entry", "3", "get_config_go"},
+    {"soft_entry", "4", "search_baud"}, {"DP_MODE", "false", "NO"},
+    {"DP_MODE", "true", "YES"},         {"busparam", "0", "DP"},
+    {"busparam", "1", "STD"},           {"busparam", "2", "UNI"},
+    {"busparam", "3", "USER"},          {"subnet_typ", "1", "DP"},
     {"subnet_typ", "0", "MPI"},
 };
 
