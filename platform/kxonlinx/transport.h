@@ -1,0 +1,55 @@
+// How frames get to the server. A transport knows nothing of frames, handles or retries; Channel uses it from one
+// thread at a time (reachable() from any).
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "deadline.h"
+#include "kxonlinx.h"
+
+namespace kxonlinx {
+
+// What ends a wait: the deadline, or the event that is set when the channel is closed.
+struct Bounds
+{
+    Deadline deadline;
+    HANDLE closing;
+};
+
+struct ExchangeResult
+{
+    kxonlinx_error error;
+    std::size_t replyLength;
+    bool maybeSent;  // false: certain that no byte of the request left; only then may it be sent again
+};
+
+class Transport
+{
+ public:
+    Transport() noexcept = default;
+    Transport(const Transport&) = delete;
+    Transport& operator=(const Transport&) = delete;
+    virtual ~Transport() = default;
+
+    // Connects; requires that it is not connected.
+    virtual kxonlinx_error connect(const Bounds& bounds) noexcept = 0;
+    virtual bool connected() const noexcept = 0;
+
+    // Sends `request` and receives one message; requires that it is connected. A message longer than `reply` is
+    // BAD_REPLY. After an error the connection is of no more use, but still to be closed; nothing touches the two
+    // buffers any more.
+    virtual ExchangeResult exchange(std::span<const std::uint8_t> request, std::span<std::uint8_t> reply,
+                                    const Bounds& bounds) noexcept = 0;
+
+    // Ends the connection, so that nothing of it can be taken for a part of the next one. Safe at any time.
+    virtual void close() noexcept = 0;
+
+    // Whether a server offers this channel now; makes no connection.
+    virtual bool reachable() const noexcept = 0;
+};
+
+}  // namespace kxonlinx
