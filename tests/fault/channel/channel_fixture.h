@@ -1,6 +1,7 @@
 // A private channel with its server, and the exported functions in a form that tests read well.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -65,7 +65,8 @@ PipeServer::PipeServer(std::wstring name, DWORD instances)
     : pipeName_(L"\\\\.\\pipe\\" + std::move(name)),
       instances_(instances),
       stopping_(makeEvent(true)),
-      clientLeft_(makeEvent(false))
+      clientLeft_(makeEvent(false)),
+      otherwise_([](Connection& connection, const Bytes& request) { connection.write(frames::echo(request)); })
 {
     start();
 }
@@ -111,8 +112,10 @@ void PipeServer::accept(platform::File instance)
             continue;
         }
         if (!awaitClient(instance.get())) break;
+        // The next instance comes before this one is served, so that there always is a pipe to be found.
+        platform::File next = makeInstance();
         servers_.emplace_back([this, pipe = std::move(instance)]() mutable { serve(std::move(pipe)); });
-        instance = makeInstance();
+        instance = std::move(next);
     }
     instance.reset();
     for (std::thread& server : servers_)
@@ -167,9 +170,7 @@ PipeServer::Step PipeServer::nextStep(const Bytes& request)
     const std::lock_guard guard(mutex_);
     received_.push_back(request);
     arrived_.notify_all();
-    if (script_.empty()) {
-        return [](Connection& connection, const Bytes& bytes) { connection.write(frames::echo(bytes)); };
-    }
+    if (script_.empty()) return otherwise_;
     Step step = std::move(script_.front());
     script_.pop_front();
     return step;
@@ -179,6 +180,12 @@ void PipeServer::then(Step step)
 {
     const std::lock_guard guard(mutex_);
     script_.push_back(std::move(step));
+}
+
+void PipeServer::otherwise(Step step)
+{
+    const std::lock_guard guard(mutex_);
+    otherwise_ = std::move(step);
 }
 
 void PipeServer::thenReply(std::function<Bytes(const Bytes& request)> reply)

@@ -57,6 +57,8 @@ class PipeServer
 
     // What to do with the next request that has no step yet.
     void then(Step step);
+    // The same for every request that the script does not reach.
+    void otherwise(Step step);
     void thenReply(std::function<Bytes(const Bytes& request)> reply);
 
     std::vector<Bytes> received() const;
@@ -80,6 +82,7 @@ class PipeServer
     mutable std::mutex mutex_;
     mutable std::condition_variable arrived_;
     std::deque<Step> script_;
+    Step otherwise_;
     std::vector<Bytes> received_;
     std::size_t connections_ = 0;
     platform::File freed_;  // the instance of a client that has left, where their number is limited

@@ -1,6 +1,4 @@
 // A server that does not answer, or too late, or more than once.
-#include <gmock/gmock.h>
-
 #include <thread>
 
 #include "channel_fixture.h"
