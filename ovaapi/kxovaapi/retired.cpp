@@ -45,6 +45,7 @@ CString DCFG_BoardGetMap(const char*, const char*, int)
 
 // The aliases differ from their targets in arguments alone, which nobody looks at and the caller cleans up.
 #pragma GCC diagnostic ignored "-Wattribute-alias"
+#pragma GCC diagnostic ignored "-Wmissing-attributes"
 
 #define KX_SUCCESS __attribute__((alias("retiredSuccess")))
 #define KX_TRUE __attribute__((alias("retiredTrue")))

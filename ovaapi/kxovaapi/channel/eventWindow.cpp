@@ -10,6 +10,7 @@
 #include "channel/kxOvascp.h"
 #include "channel/ovaScpLock.h"
 #include "channel/traceValues.h"
+#include "kxframework.h"
 #include "Kxotrc.h"
 
 namespace eventWindow {
@@ -240,7 +241,8 @@ void releaseBuffer(const char* function) noexcept
 
 void close(const char* function) noexcept
 {
-    if (!s_window) return;
+    // When the process ends, the message thread is gone and nobody would answer.
+    if (!s_window || ProcessIsEnding()) return;
     PostMessageA(s_window, WM_CLOSE, 0, 0);
     if (WaitForSingleObject(s_closed.get(), closeWait) == WAIT_TIMEOUT) {
         KXTRACE(function, TRC_RESOURCE, "Timeout destroying message thread ...");

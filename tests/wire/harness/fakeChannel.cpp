@@ -78,20 +78,21 @@ class ScriptedChannel final : public FakeChannel
     int exchange(std::uint16_t frameLength, const std::uint8_t* frame, std::uint16_t capacity, std::uint8_t* reply,
                  std::uint16_t* replyLength)
     {
-        Answer answer;
+        Answer answer = framed({4, 0, 0, 0, 0, 0});  // unless scripted: result 0, nothing else
+        std::function<Bytes(const Bytes&)> responder;
+        Bytes request(frame + headerLength, frame + frameLength);
         {
             const std::lock_guard guard(mutex_);
             frames_.emplace_back(frame, frame + frameLength);
-            requests_.emplace_back(frame + headerLength, frame + frameLength);
+            requests_.push_back(request);
             if (!script_.empty()) {
                 answer = script_.front();
                 script_.pop_front();
-            } else if (responder_) {
-                answer = framed(responder_(requests_.back()));
             } else {
-                answer = framed({4, 0, 0, 0, 0, 0});  // result 0, nothing else
+                responder = responder_;
             }
         }
+        if (responder) answer = framed(responder(request));
         errorNumber_ = answer.errorNumber;
         if (answer.errorNumber != 0) return -1;
         std::copy_n(answer.frame.begin(), std::min<std::size_t>(answer.frame.size(), capacity), reply);

@@ -110,7 +110,7 @@ std::vector<TraceLine> TraceCapture::of(const std::string& function) const
     return all;
 }
 
-void TraceCapture::clear()
+void TraceCapture::clear() const
 {
     const std::lock_guard guard(s_mutex);
     s_raw.clear();

@@ -31,5 +31,5 @@ class TraceCapture
     // All lines so far, and those of one function.
     std::vector<TraceLine> lines() const;
     std::vector<TraceLine> of(const std::string& function) const;
-    void clear();
+    void clear() const;
 };

@@ -1,0 +1,92 @@
+// Several threads in one process: one exchange at a time, one channel.
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <barrier>
+#include <thread>
+
+#include "loadedLibrary.h"
+
+namespace {
+
+using testing::Contains;
+using testing::SizeIs;
+
+TEST_F(LifecycleTest, TwoThreadsThatOpenAtOnce_keepOneChannel)
+{
+    const TraceCapture capture("0x40");
+    const LoadedLibrary library;
+    std::barrier bothOpened(2);
+    channel.onOpen([&] { bothOpened.arrive_and_wait(); });
+
+    long results[2] = {-1, -1};
+    std::thread first([&] { results[0] = library.deleteDevice("x"); });
+    std::thread second([&] { results[1] = library.deleteDevice("y"); });
+    first.join();
+    second.join();
+
+    EXPECT_EQ(results[0], 0);
+    EXPECT_EQ(results[1], 0);
+    EXPECT_THAT(channel.opened(), SizeIs(2));
+    ASSERT_THAT(channel.closed(), SizeIs(1));
+    EXPECT_THAT(capture.lines(),
+                Contains(TraceLine{"FM", "kxOvascp::Init()",
+                                   "Closing unneccesary scp handle " + std::to_string(channel.closed()[0])}));
+}
+
+TEST_F(LifecycleTest, EightThreads_exchangeOneAtATime)
+{
+    const LoadedLibrary library;
+    std::atomic<int> inside = 0;
+    std::atomic<int> most = 0;
+    channel.answerAll([&](const Bytes&) {
+        const int now = ++inside;
+        int seen = most;
+        while (now > seen && !most.compare_exchange_weak(seen, now)) {
+        }
+        SwitchToThread();
+        --inside;
+        return Bytes{4, 0, 0, 0, 0, 0};
+    });
+
+    constexpr int perThread = 200;
+    std::atomic<int> failed = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&] {
+            for (int k = 0; k < perThread; ++k)
+                failed += library.deleteDevice("x") != 0;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failed, 0);
+    EXPECT_EQ(most, 1);
+    EXPECT_THAT(channel.requests(), SizeIs(8 * perThread));
+}
+
+DWORD WINAPI callAndDie(void* library)
+{
+    return static_cast<DWORD>(static_cast<const LoadedLibrary*>(library)->deleteDevice("d"));
+}
+
+TEST_F(LifecycleTest, AbandonedLock_isAFailureOnceAndUsableAgain)
+{
+    // A thread dies inside an exchange, with the channel lock in its hands.
+    const TraceCapture capture("0x40");
+    const LoadedLibrary library;
+    channel.answerAll([](const Bytes& request) -> Bytes {
+        if (request[6] == 'd') ExitThread(0);
+        return {4, 0, 0, 0, 0, 0};
+    });
+    const HANDLE thread = CreateThread(nullptr, 0, callAndDie, const_cast<LoadedLibrary*>(&library), 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+
+    EXPECT_EQ(library.deleteDevice("x"), 30);
+    EXPECT_THAT(capture.lines(), Contains(TraceLine{"FM", "kxOvascp::sendReceive", "error: OvaScpLock failed!"}));
+    EXPECT_EQ(library.deleteDevice("x"), 0);
+}
+
+}  // namespace
