@@ -119,6 +119,13 @@ struct Adapter
     std::uint8_t flag = 0;
 };
 
+// A logical name that every installation has.
+struct LogicalName
+{
+    Values values;
+    Texts texts;  // values that differ by language
+};
+
 struct Catalogue
 {
     Map<Board> boards;
@@ -127,7 +134,7 @@ struct Catalogue
     Map<ParameterDescription> parameters;  // what holds where nothing more special is described
     std::vector<InstalledBoard> installedBoards;
     std::vector<Adapter> adapters;
-    Map<Values> logicalNames;  // created where they are missing
+    Map<LogicalName> logicalNames;  // created where they are missing
     Values specialValues;
     std::array<std::wstring, 5> runtimeVersions;
 

@@ -1,6 +1,7 @@
 // Texts by language.
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 
@@ -9,6 +10,9 @@
 namespace catalogue {
 
 enum class Language { De, En, Fr, Es, It, Ja, Zh };
+
+constexpr std::array<Language, 7> allLanguages{Language::De, Language::En, Language::Fr, Language::Es,
+                                               Language::It, Language::Ja, Language::Zh};
 
 // From a two-letter code ("DE", "EN", "FR", "ES", "IT", "JA", "ZH") or an extension letter ("A" to "E", "J", "K"), in
 // any case.
