@@ -1,0 +1,38 @@
+// One client on a pipe.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "base/Owner.h"
+#include "listeners/Conversation.h"
+#include "log/Log.h"
+
+namespace srv {
+
+class PipeConnection
+{
+ public:
+    // `stop` is an event that ends the connection.
+    PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation, HANDLE stop, DWORD writeTimeout);
+
+    // Answers message after message until the client goes, the stop event is set, or the client does not take its
+    // replies. Returns why it ended, for the log.
+    const char* serve() noexcept;
+
+ private:
+    enum class Done { Yes, More, Ended, Stopped, TimedOut };
+
+    Done complete(BOOL started, OVERLAPPED& operation, DWORD timeout, DWORD& transferred) noexcept;
+    Done receive(DWORD& length, bool& cut) noexcept;
+    Done send(std::span<const std::uint8_t> reply) noexcept;
+
+    Handle pipe_;
+    std::unique_ptr<Conversation> conversation_;
+    HANDLE stop_;
+    DWORD writeTimeout_;
+    Handle completed_;
+    std::vector<std::uint8_t> message_;
+};
+
+}  // namespace srv

@@ -1,0 +1,177 @@
+#include "listeners/PipeListener.h"
+
+#include <algorithm>
+#include <exception>
+#include <mutex>
+
+#include "base/Text.h"
+#include "listeners/PipeConnection.h"
+#include "wire/frame.h"
+
+namespace srv {
+
+// What connections' threads own a share of: they may end after the listener.
+struct PipeListener::Shared
+{
+    Handle stop{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};  // set while nobody is connected
+    Lock lock;
+    std::size_t connected = 0;
+
+    void enter()
+    {
+        const std::lock_guard guard(lock);
+        if (connected++ == 0) ResetEvent(noneLeft.get());
+    }
+    void leave()
+    {
+        const std::lock_guard guard(lock);
+        if (--connected == 0) SetEvent(noneLeft.get());
+    }
+};
+
+// A pipe instance that waits for its client.
+struct PipeListener::Instance
+{
+    Handle pipe;
+    Handle connected{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    OVERLAPPED operation{};
+
+    Instance() = default;
+    Instance(const Instance&) = delete;
+    ~Instance()
+    {
+        DWORD ignored = 0;
+        if (pipe && CancelIoEx(pipe.get(), &operation)) GetOverlappedResult(pipe.get(), &operation, &ignored, TRUE);
+    }
+
+    // Begins to wait. A client that is faster than that is there already.
+    DWORD listen() noexcept
+    {
+        operation = {};
+        operation.hEvent = connected.get();
+        if (ConnectNamedPipe(pipe.get(), &operation)) return ERROR_SUCCESS;
+        const DWORD error = GetLastError();
+        if (error == ERROR_IO_PENDING) return ERROR_SUCCESS;
+        // A client that came and went in between gets its turn too: its connection ends at the first read.
+        if (error != ERROR_PIPE_CONNECTED && error != ERROR_NO_DATA) return error;
+        SetEvent(connected.get());
+        return ERROR_SUCCESS;
+    }
+};
+
+PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& log)
+    : options_(std::move(options)), maker_(std::move(maker)), log_(log), shared_(std::make_shared<Shared>())
+{
+    options_.waiting = std::clamp(options_.waiting, 1u, static_cast<unsigned>(MAXIMUM_WAIT_OBJECTS - 1));
+}
+
+DWORD PipeListener::start()
+{
+    std::vector<std::unique_ptr<Instance>> waiting;
+    for (unsigned i = 0; i < options_.waiting; ++i)
+        if (const DWORD error = addInstance(waiting, i == 0)) return error;
+    auto handedOver = std::make_shared<std::vector<std::unique_ptr<Instance>>>(std::move(waiting));
+    return acceptor_.start([this, handedOver] { accept(std::move(*handedOver)); }) ? ERROR_SUCCESS
+                                                                                   : ERROR_NOT_ENOUGH_MEMORY;
+}
+
+DWORD PipeListener::addInstance(std::vector<std::unique_ptr<Instance>>& waiting, bool first)
+{
+    // Room for one message each way, so that a reply never waits for its client.
+    constexpr DWORD bufferSize = ::wire::replyFrameCapacity;
+    auto instance = std::make_unique<Instance>();
+    const DWORD flags = PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED | (first ? FILE_FLAG_FIRST_PIPE_INSTANCE : 0);
+    instance->pipe.reset(CreateNamedPipeW(
+        options_.name.c_str(), flags, PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_REJECT_REMOTE_CLIENTS,
+        PIPE_UNLIMITED_INSTANCES, bufferSize, bufferSize, 0, security_.attributes()));
+    if (!instance->pipe) return GetLastError();
+    if (const DWORD error = instance->listen()) return error;
+    waiting.push_back(std::move(instance));
+    return ERROR_SUCCESS;
+}
+
+void PipeListener::accept(std::vector<std::unique_ptr<Instance>> waiting) noexcept
+{
+    for (;;) {
+        try {
+            if (!acceptOne(waiting)) return;
+        } catch (const std::exception& error) {
+            log_.error("%s: a client is turned away: %s", utf8(options_.name).c_str(), error.what());
+        }
+    }
+}
+
+// Waits for one client and hands it over; false when the listener is to stop.
+bool PipeListener::acceptOne(std::vector<std::unique_ptr<Instance>>& waiting)
+{
+    // Instances are missing when the system refused one, or when there are as many clients as there may be.
+    constexpr DWORD retryAfter = 100;
+    HANDLE ends[MAXIMUM_WAIT_OBJECTS] = {shared_->stop.get()};
+    DWORD count = 1;
+    for (const auto& instance : waiting)
+        ends[count++] = instance->connected.get();
+    const DWORD ended =
+        WaitForMultipleObjects(count, ends, FALSE, waiting.size() < options_.waiting ? retryAfter : INFINITE);
+    if (ended == WAIT_OBJECT_0 || ended == WAIT_FAILED) return false;
+    Handle pipe;
+    if (ended != WAIT_TIMEOUT) {
+        const auto at = waiting.begin() + (ended - WAIT_OBJECT_0 - 1);
+        pipe = std::move((*at)->pipe);
+        waiting.erase(at);
+    }
+    // The successor first, so that the next client finds the door open.
+    replenish(waiting);
+    if (pipe) serve(std::move(pipe));
+    return true;
+}
+
+void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting)
+{
+    while (waiting.size() < options_.waiting && connections() + waiting.size() < options_.mostConnections) {
+        const DWORD error = addInstance(waiting, false);
+        if (error != ERROR_SUCCESS && !complained_) {
+            log_.error("%s: no further instance: %s", utf8(options_.name).c_str(), systemMessage(error).c_str());
+        }
+        complained_ = error != ERROR_SUCCESS;
+        if (complained_) return;
+    }
+}
+
+void PipeListener::serve(Handle pipe)
+{
+    DWORD process = 0;
+    GetNamedPipeClientProcessId(pipe.get(), &process);
+    const std::uint64_t id = nextId_++;
+    auto connection = std::make_shared<PipeConnection>(std::move(pipe), maker_(id, process), shared_->stop.get(),
+                                                       options_.writeTimeout);
+    log_.debug("connection %llu: client %lu", static_cast<unsigned long long>(id), process);
+    shared_->enter();
+    const bool started = Thread::startDetached([shared = shared_, connection, &log = log_, id, process]() mutable {
+        const char* const reason = connection->serve();
+        log.debug("connection %llu: client %lu: ended: %s", static_cast<unsigned long long>(id), process, reason);
+        connection.reset();
+        shared->leave();
+    });
+    if (started) return;
+    shared_->leave();
+    log_.error("no thread for a connection");
+}
+
+bool PipeListener::stop(DWORD milliseconds) noexcept
+{
+    SetEvent(shared_->stop.get());
+    const DWORD started = GetTickCount();
+    if (!acceptor_.join(milliseconds)) return false;
+    const DWORD spent = GetTickCount() - started;
+    return WaitForSingleObject(shared_->noneLeft.get(), milliseconds > spent ? milliseconds - spent : 0) ==
+           WAIT_OBJECT_0;
+}
+
+std::size_t PipeListener::connections() const noexcept
+{
+    const std::lock_guard guard(shared_->lock);
+    return shared_->connected;
+}
+
+}  // namespace srv

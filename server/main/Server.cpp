@@ -1,0 +1,94 @@
+#include "main/Server.h"
+
+#include "base/Text.h"
+#include "dispatch/operations.h"
+
+namespace srv {
+
+namespace {
+
+PipeOptions pipeOptions(const std::wstring& name, unsigned waiting)
+{
+    PipeOptions options;
+    options.name = name;
+    options.waiting = waiting;
+    return options;
+}
+
+}  // namespace
+
+Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> catalogue, Log& log)
+    : places_(std::move(places)),
+      catalogue_(std::move(catalogue)),
+      log_(log),
+      registry_(places_.hive, places_.storeKey),
+      store_(registry_, changes_, log_),
+      dispatcher_({store_, *catalogue_, log_}, allOperations()),
+      channel_(
+          pipeOptions(places_.channelPipe, 4),
+          [this](std::uint64_t id, DWORD process) {
+              return std::make_unique<ChannelConversation>(dispatcher_, log_, id, process);
+          },
+          log_),
+      // Clients open this pipe once and do not wait for a free instance.
+      pipe_(
+          pipeOptions(places_.serverPipe, 16),
+          [this](std::uint64_t id, DWORD process) {
+              return std::make_unique<PipeConversation>(dispatcher_, log_, id, process);
+          },
+          log_)
+{}
+
+Server::~Server()
+{
+    stop(5'000);
+}
+
+std::optional<StartFailure> Server::start()
+{
+    using Kind = StartFailure::Kind;
+    Security visible(sddl::visible);
+    onlyInstance_.reset(CreateMutexW(visible.attributes(), FALSE, places_.instanceMutex.c_str()));
+    if (!onlyInstance_ || GetLastError() == ERROR_ALREADY_EXISTS) {
+        onlyInstance_.reset();
+        return StartFailure{Kind::AlreadyRunning,
+                            "A configuration server is running already. Stop it first: it serves the whole machine."};
+    }
+
+    // Clients that come from now on wait until the listeners are there.
+    startEvent_.emplace(places_.startEvent);
+    if (!startEvent_->exists())
+        log_.warning("clients cannot wait for the server: %s", systemMessage(GetLastError()).c_str());
+
+    if (const Result result = store_.open()) {
+        return StartFailure{Kind::Store, "The configuration store HKEY_LOCAL_MACHINE\\" + utf8(places_.storeKey) +
+                                             " cannot be opened: " + systemMessage(result) +
+                                             ". Run the server as administrator or as a service."};
+    }
+    for (auto* const listener : {&channel_, &pipe_}) {
+        if (const DWORD error = listener->start()) {
+            return StartFailure{
+                Kind::Listener,
+                "The pipe of the " + std::string(listener == &channel_ ? "channel" : "registry requests") +
+                    " cannot be made: " + systemMessage(error) + ". Another program may be using its name."};
+        }
+    }
+    startEvent_->ready();
+    log_.info("serving");
+    return std::nullopt;
+}
+
+bool Server::stop(DWORD milliseconds) noexcept
+{
+    const bool all = channel_.stop(milliseconds) && pipe_.stop(milliseconds);
+    startEvent_.reset();
+    onlyInstance_.reset();
+    return all;
+}
+
+bool isServerRunning(const ServerPlaces& places) noexcept
+{
+    return static_cast<bool>(Handle(OpenMutexW(SYNCHRONIZE, FALSE, places.instanceMutex.c_str())));
+}
+
+}  // namespace srv

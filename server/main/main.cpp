@@ -1,0 +1,6 @@
+#include "main/commands.h"
+
+int main()
+{
+    return srv::runCommandLine();
+}

@@ -1,0 +1,81 @@
+// The few things that the store asks of the registry, as an interface so that tests can stop it at any step.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Owner.h"
+
+namespace srv {
+
+// A value as the registry holds it.
+struct RawValue
+{
+    std::wstring name;
+    DWORD type = REG_NONE;
+    std::vector<std::uint8_t> data;
+};
+
+struct Subkey
+{
+    std::wstring name;
+    std::uint64_t written = 0;  // when it was last written, as a file time
+};
+
+// Paths are relative to the store's root key and hold no empty parts; "" is the root itself. Each call is one step
+// that happens wholly or not at all, except where it says otherwise. Results are Windows error numbers. Safe to use
+// from any thread.
+class Registry
+{
+ public:
+    virtual ~Registry() = default;
+
+    // An existing key is success.
+    virtual LSTATUS createKey(const std::wstring& path) = 0;
+
+    // The key with all that is below it, in several steps, the key itself last. An absent key is success.
+    virtual LSTATUS deleteKey(const std::wstring& path) = 0;
+
+    // ERROR_FILE_NOT_FOUND if there is no such key.
+    virtual LSTATUS setValue(const std::wstring& path, const std::wstring& name, DWORD type,
+                             std::span<const std::uint8_t> data) = 0;
+
+    // An absent value or key is ERROR_FILE_NOT_FOUND.
+    virtual LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) = 0;
+
+    // ERROR_FILE_NOT_FOUND if there is no such key.
+    virtual LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) = 0;
+    virtual LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) = 0;
+};
+
+// The real one, in the 32-bit view. The root key is made when something is to be written and it is missing.
+class WindowsRegistry : public Registry
+{
+ public:
+    WindowsRegistry(HKEY hive, std::wstring root) : hive_(hive), root_(std::move(root)) {}
+
+    LSTATUS createKey(const std::wstring& path) override;
+    LSTATUS deleteKey(const std::wstring& path) override;
+    LSTATUS setValue(const std::wstring& path, const std::wstring& name, DWORD type,
+                     std::span<const std::uint8_t> data) override;
+    LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) override;
+    LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) override;
+    LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) override;
+
+    HKEY hive() const noexcept { return hive_; }
+    const std::wstring& root() const noexcept { return root_; }
+
+ private:
+    std::wstring full(const std::wstring& path) const;
+    LSTATUS open(const std::wstring& path, REGSAM access, Key& key) const;
+
+    HKEY hive_;
+    std::wstring root_;
+};
+
+}  // namespace srv

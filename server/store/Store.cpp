@@ -1,0 +1,277 @@
+#include "store/Store.h"
+
+#include <algorithm>
+#include <mutex>
+
+#include "base/Text.h"
+#include "store/Names.h"
+
+namespace srv {
+
+namespace {
+
+// A missing key or value is "not found" to clients, every other failure of the registry speaks for itself.
+Result fromRegistry(LSTATUS status) noexcept
+{
+    return status == ERROR_FILE_NOT_FOUND ? result::notFound : static_cast<Result>(status);
+}
+
+const ValueTable& section(const Content& content, Section section) noexcept
+{
+    return section == Section::Ndi ? content.ndi : content.values;
+}
+
+std::wstring sectionPath(Family family, std::wstring_view name, Section section)
+{
+    return section == Section::Ndi ? ndiPath(name) : objectPath(family, name);
+}
+
+}  // namespace
+
+Store::Store(Registry& registry, Changes& changes, Log& log)
+    : registry_(registry), changes_(changes), log_(log), journal_(registry)
+{}
+
+Result Store::open()
+{
+    const std::lock_guard guard(writing_);
+    std::optional<std::vector<Step>> unfinished;
+    bool damaged = false;
+    LSTATUS status = journal_.read(unfinished, damaged);
+    if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+    if (damaged) log_.warning("the journal's record is damaged and is dropped; the change it held was not finished");
+    if (unfinished) {
+        log_.info("finishing a change of %zu step(s) that an earlier server could not finish", unfinished->size());
+        status = Journal::carryOut(registry_, *unfinished);
+        if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+    }
+    status = journal_.clear();
+    for (const Family family : {Family::Device, Family::Name})
+        if (status == ERROR_SUCCESS) status = registry_.createKey(familyKey(family));
+    if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+
+    for (const Family family : {Family::Device, Family::Name})
+        if (const Result result = load(family)) return result;
+    log_.info("%zu logical devices and %zu logical names loaded", configuration_.devices.size(),
+              configuration_.names.size());
+    return result::ok;
+}
+
+Result Store::load(Family family)
+{
+    std::vector<Subkey> keys;
+    if (const LSTATUS status = registry_.subkeys(familyKey(family), keys)) return static_cast<Result>(status);
+    const std::lock_guard guard(reading_);
+    for (const Subkey& key : keys) {
+        Content content;
+        const LSTATUS status = readContent(registry_, family, key.name, content);
+        if (status == ERROR_FILE_NOT_FOUND) continue;  // deleted meanwhile
+        if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+        configuration_.of(family).put(key.name, std::move(content));
+    }
+    return result::ok;
+}
+
+// Before every change. A record that outlived its change would be carried out again at the next start and undo what
+// was changed since.
+Result Store::settle()
+{
+    if (!unsettled_) return result::ok;
+    LSTATUS status = Journal::carryOut(registry_, *unsettled_);
+    if (status == ERROR_SUCCESS) status = journal_.clear();
+    if (status == ERROR_SUCCESS) {
+        unsettled_.reset();
+    } else {
+        log_.error("an earlier change is not settled yet: %s", systemMessage(static_cast<DWORD>(status)).c_str());
+    }
+    return static_cast<Result>(status);
+}
+
+Result Store::setValue(Family family, std::wstring_view name, Section in, std::wstring_view parameter,
+                       std::wstring_view text)
+{
+    if (!isValueName(parameter) || !isValueText(text)) return result::invalidParameter;
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.of(family).find(name);
+    if (!object) return result::notFound;
+    if (const Result result = settle()) return result;
+
+    // The key of the Ndi values comes with the first of them; alone it means nothing.
+    const std::wstring path = sectionPath(family, object->name, in);
+    LSTATUS status = ERROR_SUCCESS;
+    if (in == Section::Ndi && object->content.ndi.empty()) status = registry_.createKey(path);
+    if (status == ERROR_SUCCESS) status = writeText(registry_, path, std::wstring(parameter), text);
+    if (status != ERROR_SUCCESS) return fromRegistry(status);
+    {
+        const std::lock_guard readers(reading_);
+        ObjectTable& table = configuration_.of(family);
+        in == Section::Ndi ? table.setNdi(name, parameter, text) : table.setValue(name, parameter, text);
+    }
+    changes_.tell({Change::Kind::Changed, family, object->name});
+    return result::ok;
+}
+
+Result Store::deleteValue(Family family, std::wstring_view name, Section in, std::wstring_view parameter)
+{
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.of(family).find(name);
+    if (!object || !section(object->content, in).find(parameter)) return result::notFound;
+    if (const Result result = settle()) return result;
+
+    const LSTATUS status = registry_.deleteValue(sectionPath(family, object->name, in), std::wstring(parameter));
+    // Somebody else deleted it before us: what was asked for is so.
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) return fromRegistry(status);
+    {
+        const std::lock_guard readers(reading_);
+        ObjectTable& table = configuration_.of(family);
+        in == Section::Ndi ? table.eraseNdi(name, parameter) : table.eraseValue(name, parameter);
+    }
+    changes_.tell({Change::Kind::Changed, family, object->name});
+    return result::ok;
+}
+
+Result Store::create(Family family, std::wstring_view name, Content content)
+{
+    if (!isObjectName(name)) return result::invalidParameter;
+    const std::lock_guard guard(writing_);
+    if (configuration_.of(family).find(name)) return result::alreadyExists;
+    return commit({{Step::Kind::Put, family, std::wstring(name), std::move(content)}});
+}
+
+Result Store::replace(Family family, std::wstring_view name, Content content)
+{
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.of(family).find(name);
+    if (!object) return result::notFound;
+    return commit({{Step::Kind::Put, family, object->name, std::move(content)}});
+}
+
+Result Store::remove(Family family, std::wstring_view name)
+{
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.of(family).find(name);
+    if (!object) return result::notFound;
+    return commit({{Step::Kind::Remove, family, object->name, {}}});
+}
+
+Result Store::setValues(Family family, std::wstring_view name, const catalogue::Values& values)
+{
+    const auto valid = [](const auto& value) { return isValueName(value.first) && isValueText(value.second); };
+    if (!std::all_of(values.begin(), values.end(), valid)) return result::invalidParameter;
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.of(family).find(name);
+    if (!object) return result::notFound;
+    Content content = object->content;
+    for (const auto& [parameter, text] : values)
+        content.values.set(parameter, text);
+    return commit({{Step::Kind::Put, family, object->name, std::move(content)}});
+}
+
+// Written down, carried out, forgotten, and seen by readers. A change that fails on the way is taken back, which is
+// written down too.
+Result Store::commit(std::vector<Step> steps)
+{
+    if (const Result result = settle()) return result;
+    LSTATUS status = journal_.write(steps);
+    unsettled_.emplace();
+    if (status == ERROR_SUCCESS) {
+        status = Journal::carryOut(registry_, steps);
+        if (status != ERROR_SUCCESS) {
+            unsettled_ = inverse(steps);
+            const LSTATUS written = journal_.write(*unsettled_);
+            if (written != ERROR_SUCCESS) {
+                log_.error("a failed change cannot be written down as taken back: %s",
+                           systemMessage(static_cast<DWORD>(written)).c_str());
+            }
+        }
+    }
+    settle();  // if it fails, the next change begins with it
+    if (status != ERROR_SUCCESS) return fromRegistry(status);
+    remember(steps);
+    return result::ok;
+}
+
+// What makes the steps undone: the objects as they are in memory.
+std::vector<Step> Store::inverse(const std::vector<Step>& steps) const
+{
+    std::vector<Step> result;
+    for (const Step& step : steps) {
+        const Object* const object = configuration_.of(step.family).find(step.name);
+        if (object) {
+            result.push_back({Step::Kind::Put, step.family, object->name, object->content});
+        } else {
+            result.push_back({Step::Kind::Remove, step.family, step.name, {}});
+        }
+    }
+    return result;
+}
+
+void Store::remember(std::vector<Step>& steps)
+{
+    std::vector<Change::Kind> kinds;
+    {
+        const std::lock_guard readers(reading_);
+        for (Step& step : steps) {
+            ObjectTable& table = configuration_.of(step.family);
+            const bool existed = table.find(step.name) != nullptr;
+            if (step.kind == Step::Kind::Put) {
+                table.put(step.name, std::move(step.content));
+                kinds.push_back(existed ? Change::Kind::Changed : Change::Kind::Created);
+            } else {
+                table.erase(step.name);
+                kinds.push_back(Change::Kind::Deleted);
+            }
+        }
+    }
+    for (std::size_t i = 0; i < steps.size(); ++i)
+        changes_.tell({kinds[i], steps[i].family, steps[i].name});
+}
+
+Result Store::reload()
+{
+    const Result devices = reload(Family::Device);
+    const Result names = reload(Family::Name);
+    return devices != result::ok ? devices : names;
+}
+
+// Object by object, so that writers wait for one of them at most.
+Result Store::reload(Family family)
+{
+    std::vector<Subkey> keys;
+    const LSTATUS status = registry_.subkeys(familyKey(family), keys);
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) return static_cast<Result>(status);
+
+    catalogue::Map<bool> names;
+    for (const Subkey& key : keys)
+        names.emplace(key.name, true);
+    {
+        const std::shared_lock guard(reading_);
+        const ObjectTable& table = configuration_.of(family);
+        for (std::size_t i = 0; i < table.size(); ++i)
+            names.emplace(table[i].name, true);
+    }
+    for (const auto& [name, seen] : names)
+        reloadObject(family, name);
+    return result::ok;
+}
+
+void Store::reloadObject(Family family, const std::wstring& name)
+{
+    const std::lock_guard guard(writing_);
+    if (unsettled_) return;  // the registry is the one that is wrong
+    Content content;
+    const LSTATUS status = readContent(registry_, family, name, content);
+    const Object* const known = configuration_.of(family).find(name);
+    std::vector<Step> steps;
+    if (status == ERROR_SUCCESS && (!known || known->content != content)) {
+        steps.push_back({Step::Kind::Put, family, name, std::move(content)});
+    } else if (status == ERROR_FILE_NOT_FOUND && known) {
+        steps.push_back({Step::Kind::Remove, family, name, {}});
+    }
+    if (steps.empty()) return;
+    log_.info("%s %s was changed in the registry by others",
+              familyKey(family) == L"LogNames" ? "logical name" : "logical device", inQuotes(name).c_str());
+    remember(steps);
+}
+
+}  // namespace srv

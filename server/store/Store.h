@@ -1,0 +1,88 @@
+// The configuration store: logical devices and logical names, in memory for reading, in the registry to last.
+#pragma once
+
+#include <shared_mutex>
+#include <utility>
+
+#include "base/Lock.h"
+#include "base/Results.h"
+#include "log/Log.h"
+#include "notifications/Changes.h"
+#include "store/Journal.h"
+#include "store/Model.h"
+
+namespace srv {
+
+// All that is stored, as read() shows it.
+struct Configuration
+{
+    ObjectTable devices{L"CP_TYPE"};
+    ObjectTable names;
+
+    const ObjectTable& of(Family family) const noexcept { return family == Family::Device ? devices : names; }
+    ObjectTable& of(Family family) noexcept { return family == Family::Device ? devices : names; }
+};
+
+// Where in an object a value is.
+enum class Section { Values, Ndi };
+
+// Safe to use from any thread. A change is made in the registry first and seen by readers afterwards, whole; when the
+// function returns 0 it is stored. Results: 0, 87 for a name or value that may not be stored, 8012 not found, 183
+// exists already, or the registry's error; with any but 0 nothing is changed.
+class Store
+{
+ public:
+    Store(Registry& registry, Changes& changes, Log& log);
+
+    // Finishes what an earlier server could not finish and loads everything. To be called once, before anything else.
+    Result open();
+
+    // Lets `look` see one consistent state, and returns what it returns. It must be brief, and not call the store.
+    template <typename Look>
+    decltype(auto) read(Look&& look) const
+    {
+        const std::shared_lock guard(reading_);
+        return std::forward<Look>(look)(std::as_const(configuration_));
+    }
+
+    Result setValue(Family family, std::wstring_view name, Section section, std::wstring_view parameter,
+                    std::wstring_view text);
+    Result deleteValue(Family family, std::wstring_view name, Section section, std::wstring_view parameter);
+
+    // The rest are whole or not at all for every reader, also when the server is killed on the way. A content is
+    // taken as it is: it comes from the catalogue or from what is stored.
+
+    Result create(Family family, std::wstring_view name, Content content);
+    Result replace(Family family, std::wstring_view name, Content content);
+    Result remove(Family family, std::wstring_view name);
+
+    // Several values of one object, set together.
+    Result setValues(Family family, std::wstring_view name, const catalogue::Values& values);
+
+    // Compares the registry with the memory and takes over what others have changed there.
+    Result reload();
+
+ private:
+    Result settle();
+    Result commit(std::vector<Step> steps);
+    std::vector<Step> inverse(const std::vector<Step>& steps) const;
+    void remember(std::vector<Step>& steps);
+    Result load(Family family);
+    Result reload(Family family);
+    void reloadObject(Family family, const std::wstring& name);
+
+    Registry& registry_;
+    Changes& changes_;
+    Log& log_;
+    Journal journal_;
+
+    // Held by one writer for the whole of its change; then, to change the memory, the reading lock too.
+    Lock writing_;
+    mutable Lock reading_;
+    Configuration configuration_;
+
+    // What is still to be done before anything else may be changed: these steps, then clearing the journal.
+    std::optional<std::vector<Step>> unsettled_;
+};
+
+}  // namespace srv
