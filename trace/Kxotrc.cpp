@@ -1,204 +1,152 @@
 #include "Kxotrc.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 
+#include "trcClock.h"
+#include "trcConfig.h"
+#include "trcErrorKeeper.h"
+#include "trcObjects.h"
+#include "trcOutputs.h"
 #include "trcState.h"
+#include "trcText.h"
 
 namespace {
 
-constexpr char traceId[] = "KXOVATDX";
-constexpr std::uint32_t privateGeneration = 1;
+constexpr std::size_t textSize = 1024;         // of a formatted text, with terminator
+constexpr std::size_t longestArgument = 1024;  // characters of a name or text that are looked at
 
-// errno and the last error belong to the caller.
-class ErrorKeeper
+constinit char trcText[textSize] = {};
+
+// The last byte is never anything but 0, so that a text that another thread is changing still ends inside.
+void format(char (&text)[textSize], const char* pattern, va_list arguments) noexcept
 {
- public:
-    ErrorKeeper() noexcept : errno_(errno), lastError_(GetLastError()) {}
-    ~ErrorKeeper()
-    {
-        errno = errno_;
-        SetLastError(lastError_);
-    }
-    ErrorKeeper(const ErrorKeeper&) = delete;
-    ErrorKeeper& operator=(const ErrorKeeper&) = delete;
-
- private:
-    int errno_;
-    DWORD lastError_;
-};
-
-class TrcGuard
-{
- public:
-    TrcGuard() noexcept { TrcLock(); }
-    ~TrcGuard() { TrcUnlock(); }
-    TrcGuard(const TrcGuard&) = delete;
-    TrcGuard& operator=(const TrcGuard&) = delete;
-};
-
-bool passesFilters(const trc::State& s, const trc::LineParts& parts) noexcept
-{
-    return s.traceIds.passes(parts.traceId, true) && s.modules.passes(parts.module, true) &&
-           s.functions.passes(parts.function, true) && s.texts.passes(parts.text, false);
+    if (std::vsnprintf(text, sizeof text, pattern, arguments) < 0) text[0] = 0;
 }
 
-double counterSeconds(const trc::State& s) noexcept
+class TraceLock
 {
-    LARGE_INTEGER counter;
-    if (!QueryPerformanceCounter(&counter)) return 0.0;
-    return static_cast<double>(counter.QuadPart) / s.counterFrequency;
+ public:
+    TraceLock() noexcept { TrcLock(); }
+    ~TraceLock() { TrcUnlock(); }
+    TraceLock(const TraceLock&) = delete;
+    TraceLock& operator=(const TraceLock&) = delete;
+};
+
+bool passesFilters(const trc::LineParts& parts) noexcept
+{
+    using trc::Match;
+    return trc::trcTraceIds.passes(parts.traceId, Match::whole) &&
+           trc::trcModules.passes(parts.module, Match::whole) &&
+           trc::trcFunctions.passes(parts.function, Match::whole) &&
+           trc::trcTexts.passes(parts.text, Match::beginning);
 }
 
 }  // namespace
 
-std::uint32_t trcLevelMask = 0xFFFFFFFF;
-const volatile std::uint32_t* trcGeneration = &privateGeneration;
-std::uint32_t trcLastGeneration = 0;
-
-trc::State& trc::state() noexcept
-{
-    static State instance;
-    return instance;
-}
-
-void trc::handToOutput(char* line, std::size_t length) noexcept
-{
-    State& s = state();
-    switch (s.output) {
-        case outputVxd:
-            line[length] = 0;
-            s.driver.write(line, length + 1);
-            break;
-        case outputFile:
-            line[length] = '\n';
-            s.file.write(line, length + 1);
-            break;
-        case outputSm:
-            line[length] = '\r';
-            line[length + 1] = '\n';
-            s.ring.write(line, length + 2);
-            break;
-        case outputDbg:
-            line[length] = '\n';
-            line[length + 1] = 0;
-            OutputDebugStringA(line);
-            break;
-        case outputEngine:
-            s.engine.write(line, length);
-            break;
-        default:
-            break;  // the other outputs are configurable, and silent
-    }
-}
-
 void TrcStart(SECURITY_ATTRIBUTES* attributes) noexcept
 {
-    const ErrorKeeper keeper;
-    trc::State& s = trc::state();
-    s.attributes = attributes;
-    s.stopped = false;
-    const TrcGuard guard;
+    const trc::ErrorKeeper keeper;
+    trc::trcAttributes = attributes;
+    trc::resetState();
+    const TraceLock lock;
     trc::readConfiguration();
 }
 
 void TrcStop() noexcept
 {
-    trc::State& s = trc::state();
-    s.stopped = true;
-    s.ring.detach();
-    trc::closeMutex();
-    s.engine.close();
-    s.driver.close();
-    trc::closeGeneration();
+    const trc::ErrorKeeper keeper;
+    // A writer of this process is let finish before its output goes; with nothing to take away there is no wait.
+    const bool holdsOutput = trc::ringAttached() || trc::driverOpen() || trc::engineLoaded();
+    if (holdsOutput) TrcLock();
+    trc::trcStopped = true;
     trcLevelMask = 0;
-    trcLastGeneration = *trcGeneration;
+    trc::detachRing();
+    if (holdsOutput) TrcUnlock();
+    trc::closeMutex();
+    trc::closeEngine();
+    trc::closeDriver();
+    trc::closeGeneration();
+    trcLastGeneration = *trcGeneration;  // which shuts the gate
+    trc::trcAttributes = nullptr;
 }
 
-const char* TrcFormat(const char* format, ...) noexcept
+const char* TrcFormat(const char* pattern, ...) noexcept
 {
-    trc::State& s = trc::state();
+    const trc::ErrorKeeper keeper;
     va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(s.text, sizeof s.text, format, arguments);
+    va_start(arguments, pattern);
+    format(trcText, pattern, arguments);
     va_end(arguments);
-    return s.text;
+    return trcText;
 }
 
 void TrcWrite(const char* function, std::uint32_t level, const char* module, std::uint32_t result,
               std::uint16_t subCode, const char* sourceFile, int line, const char* text) noexcept
 {
-    const ErrorKeeper keeper;
-    trc::State& s = trc::state();
-    if (s.stopped) return;
-    if (s.consult != 0 && s.lastRead != 0 && std::time(nullptr) - s.lastRead >= s.consult) trcLastGeneration = 0;
-    if (*trcGeneration != trcLastGeneration) {
+    const trc::ErrorKeeper keeper;
+    if (trc::trcStopped) return;
+    const bool consult = trc::consultIsDue();
+    if (consult) trcLastGeneration = 0;
+    // A machine whose generation was never changed has the word 0 too, so the time alone must be enough.
+    if (consult || *trcGeneration != trcLastGeneration) {
         trc::readConfiguration();
         if ((trcLevelMask & level) == 0) return;
     }
 
     trc::LineParts parts{};
-    parts.traceId = traceId;
-    parts.function = function;
+    parts.traceId = trc::trcTraceId;
+    parts.function = trc::bounded(function, longestArgument);
+    parts.module = trc::bounded(module, longestArgument);
+    parts.text = trc::bounded(text, longestArgument);
+    if (!passesFilters(parts)) return;
+
+    const int shape = trc::trcFormat;
+    trc::LineFile file;
+    if (trc::trcOutput == trc::outputFile && !file.open()) return;
     parts.level = level;
-    parts.module = module;
     parts.result = result;
     parts.subCode = subCode;
-    parts.sourceFile = sourceFile;
+    parts.sourceFile = trc::bounded(sourceFile, longestArgument);
     parts.line = line;
-    parts.text = text;
-    if (!passesFilters(s, parts)) return;
+    if (shape == trc::formatLong) parts.time = trc::localTimeOfDay();
+    if (shape == trc::formatTime) parts.seconds = trc::counterSeconds();
 
-    if (s.output == trc::outputFile && !s.file.openForLine()) return;
-    parts.processId = GetCurrentProcessId();
-    parts.threadId = GetCurrentThreadId();
-    char timeOfDay[16];
-    if (s.format == trc::formatTime) {
-        parts.seconds = counterSeconds(s);
-    } else if (s.format == trc::formatLong) {
-        SYSTEMTIME now;
-        GetLocalTime(&now);
-        std::tm local{};
-        local.tm_hour = now.wHour;
-        local.tm_min = now.wMinute;
-        local.tm_sec = now.wSecond;
-        if (std::strftime(timeOfDay, sizeof timeOfDay, "%X", &local) != 0) {
-            parts.timeOfDay = timeOfDay;
-            parts.milliseconds = now.wMilliseconds;
-        }
-    }
-    char built[trc::lineCapacity];
-    const std::size_t length = trc::buildLine(built, s.format, parts);
-    if (length == 0) {
-        s.file.abandon();
-        return;
-    }
-    std::memcpy(s.line, built, length);
-    trc::handToOutput(s.line, length);
+    trc::Record record;
+    trc::buildRecord(record, shape, parts);
+    trc::OutputLine out;
+    out.length =
+        trc::buildLine({out.text, trc::maxLine + 1}, shape, record, GetCurrentProcessId(), GetCurrentThreadId());
+    if (out.length != 0) trc::handToOutput(out, &file);
 }
 
 void TrcError(const char* message) noexcept
 {
-    const ErrorKeeper keeper;
-    char line[trc::lineBufferSize];
-    const int length = std::snprintf(line, trc::lineCapacity, "E %s", message);
-    if (length <= 0) return;
-    trc::handToOutput(line, std::strlen(line));
+    const trc::ErrorKeeper keeper;
+    if (trc::trcStopped) return;
+    trc::OutputLine line;
+    const std::string_view text = trc::bounded(message, trc::maxLine - 2);
+    std::memcpy(line.text, "E ", 2);
+    std::copy(text.begin(), text.end(), line.text + 2);
+    line.length = text.size() + 2;
+    trc::copyCut(trc::trcErrorLine, {line.text, line.length});
+    // There is no file for it: files are open for the time of a line only.
+    trc::handToOutput(line, nullptr);
 }
 
 void TrcLine(const char* function, std::uint32_t level, const char* module, const char* sourceFile, int line,
-             const char* format, ...) noexcept
+             const char* pattern, ...) noexcept
 {
-    const ErrorKeeper keeper;
-    trc::State& s = trc::state();
-    if (s.stopped) return;
-    const TrcGuard guard;
+    const trc::ErrorKeeper keeper;
+    if (trc::trcStopped) return;
+    // In a buffer of its own and before the lock, so that other processes do not wait for the formatting.
+    char text[textSize];
     va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(s.text, sizeof s.text, format, arguments);
+    va_start(arguments, pattern);
+    format(text, pattern, arguments);
     va_end(arguments);
-    TrcWrite(function, level, module, 0, 0, sourceFile, line, s.text);
+    const TraceLock lock;
+    TrcWrite(function, level, module, 0, 0, sourceFile, line, text);
 }

@@ -1,100 +1,114 @@
+// Output to the trace engine, a separate library that takes the lines. It is found in the common program-files
+// folder, may be missing, and is opened with the first line.
 #include <cstdio>
 #include <cstring>
 
+#include "trcEvents.h"
 #include "trcOutputs.h"
 #include "trcPlatform.h"
+#include "trcState.h"
+#include "trcText.h"
 
 namespace trc {
 namespace {
 
-constexpr char libraryPath[] = R"(\Tavrone\Automation\TraceEngine\bin\KxTraceEngineX.dll)";
-constexpr char settingsPath[] = R"(\Tavrone\kxrts\meta\trace\Settings\)";
+constexpr char libraryPath[] = "\\Tavrone\\Automation\\TraceEngine\\bin\\KxTraceEngineX.dll";
+constexpr char settingsPath[] = "\\Tavrone\\kxrts\\meta\\trace\\Settings\\";
+constexpr char settingsFile[] = "Kxsdd_TraceSettings.xml";
+constexpr char metaInfoFile[] = "Kxsdd_TraceMetaInfo.xml";
+constexpr char version[] = "1.0.0.0";
 
-constexpr DWORD eventLibraryMissing = 0xC0001400;
-constexpr DWORD eventEntryPointMissing = 0xC0001401;
-constexpr DWORD eventCallFailed = 0x80001402;
-constexpr std::size_t maxEventText = 255;
-constexpr std::size_t maxReportedLine = 392;
+using EngineHandle = void*;  // NULL: none
 
-void report(WORD type, DWORD event, const char* first, const char* second = nullptr) noexcept
+// Result 0: done.
+using TraceOpen = int (*)(const char* metaInfoFile, const char* settingsFile, const char* settingsFolder, int,
+                          const char* version, EngineHandle* handle);
+using TraceWriteRecord = int (*)(EngineHandle, double, int, const void* record, int length);
+using TraceCommand = int (*)(EngineHandle, int command, void* argument);
+using TraceClose = int (*)(EngineHandle);
+
+struct Engine
 {
-    char texts[2][maxEventText + 1];
-    const char* pointers[2] = {texts[0], texts[1]};
-    std::snprintf(texts[0], sizeof texts[0], "%s", first);
-    if (second) std::snprintf(texts[1], sizeof texts[1], "%s", second);
-    platform().reportEvent(type, event, pointers, second ? 2 : 1);
-}
+    HMODULE library;
+    TraceOpen open;
+    TraceWriteRecord write;
+    TraceCommand command;  // wanted to be there, though nothing is asked of it
+    TraceClose close;
+    EngineHandle handle;
+    char settingsFolder[512];
+};
+
+constinit Engine engine = {};
 
 template <typename Function>
-bool resolve(HMODULE library, const char* name, Function& function) noexcept
+void resolve(const char* name, Function& function) noexcept
 {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-    if (!function) report(EVENTLOG_ERROR_TYPE, eventEntryPointMissing, name);
-    return function != nullptr;
+    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(engine.library, name)));
+    if (function) return;
+    trcEngineUsable = false;
+    reportToEventLog(EVENTLOG_ERROR_TYPE, eventEntryPointMissing, name);
+}
+
+// Once per start: an engine that refuses would otherwise fill the event log, one entry a line.
+void reportOnce(const char* entryPoint, std::string_view line) noexcept
+{
+    constexpr std::size_t reportedLine = 392;
+    if (!trcReportOnce) return;
+    reportToEventLog(EVENTLOG_WARNING_TYPE, eventEngineCallFailed, entryPoint, line.substr(0, reportedLine));
+    trcReportOnce = false;
 }
 
 }  // namespace
 
-void EngineOutput::load() noexcept
+void loadEngine() noexcept
 {
-    if (library_) return;
-
+    if (engine.library) return;
     char common[MAX_PATH] = {};
-    platform().commonProgramFiles(common);
-    std::snprintf(folder_, sizeof folder_, "%s%s", common, settingsPath);
-    std::snprintf(settings_, sizeof settings_, "Kxsdd_TraceSettings.xml");
-    std::snprintf(metaInfo_, sizeof metaInfo_, "Kxsdd_TraceMetaInfo.xml");
-    std::snprintf(version_, sizeof version_, "1.0.0.0");
-
+    if (!trcPlatform.commonProgramFiles(common)) common[0] = 0;
+    std::snprintf(engine.settingsFolder, sizeof engine.settingsFolder, "%s%s", common, settingsPath);
     char path[512];
     std::snprintf(path, sizeof path, "%s%s", common, libraryPath);
-    library_ = LoadLibraryA(path);
-    if (!library_) {
-        usable_ = false;
-        report(EVENTLOG_ERROR_TYPE, eventLibraryMissing, path);
+    engine.library = LoadLibraryA(path);
+    if (!engine.library) {
+        trcEngineUsable = false;
+        reportToEventLog(EVENTLOG_ERROR_TYPE, eventEngineMissing, path);
         return;
     }
-    // Each that is missing is reported.
-    const bool resolved[] = {resolve(library_, "TraceOpenA", open_), resolve(library_, "TraceWrite", write_),
-                             resolve(library_, "TraceCommand", command_), resolve(library_, "TraceClose", close_)};
-    for (const bool found : resolved) usable_ = usable_ && found;
+    trcEngineUsable = true;
+    resolve("TraceOpenA", engine.open);
+    resolve("TraceWrite", engine.write);
+    resolve("TraceCommand", engine.command);
+    resolve("TraceClose", engine.close);
 }
 
-void EngineOutput::complain(const char* entryPoint, const char* line) noexcept
+void closeEngine() noexcept
 {
-    if (!reportOnce_) return;
-    char cut[maxReportedLine + 1];
-    std::snprintf(cut, sizeof cut, "%s", line);
-    report(EVENTLOG_WARNING_TYPE, eventCallFailed, entryPoint, cut);
-    reportOnce_ = false;
+    if (engine.handle && engine.close) engine.close(engine.handle);
+    const HMODULE library = engine.library;
+    engine = {};
+    if (library) FreeLibrary(library);
 }
 
-void EngineOutput::write(const char* line, std::size_t length) noexcept
+bool engineLoaded() noexcept
 {
-    if (!usable_ || !library_) return;
-    if (!handle_ && open_(metaInfo_, settings_, folder_, 0, version_, &handle_) != 0) {
-        handle_ = nullptr;
-        complain("TraceOpenA", line);
+    return engine.library != nullptr;
+}
+
+void writeToEngine(const char* line, std::size_t length) noexcept
+{
+    if (!trcEngineUsable || !engine.library) return;
+    if (!engine.handle &&
+        engine.open(metaInfoFile, settingsFile, engine.settingsFolder, 0, version, &engine.handle) != 0) {
+        engine.handle = nullptr;
+        reportOnce("TraceOpenA", {line, length});
     }
-    if (!handle_) return;
-
-    std::uint8_t record[4 + lineCapacity];
-    record[0] = 0x00;
-    record[1] = 0x47;
-    record[2] = static_cast<std::uint8_t>(length & 0xFF);
-    record[3] = static_cast<std::uint8_t>(length >> 8);
+    if (!engine.handle) return;
+    unsigned char record[4 + maxLine] = {0x00, 0x47, static_cast<unsigned char>(length & 0xFF),
+                                         static_cast<unsigned char>(length >> 8)};
     std::memcpy(record + 4, line, length);
-    if (write_(handle_, 0.0, 1, record, static_cast<int>(length + 4)) != 0) complain("TraceWrite", line);
-}
-
-void EngineOutput::close() noexcept
-{
-    if (handle_ && close_) close_(handle_);
-    handle_ = nullptr;
-    if (library_) FreeLibrary(library_);
-    library_ = nullptr;
-    usable_ = true;
-    reportOnce_ = true;
+    if (engine.write(engine.handle, 0.0, 1, record, static_cast<int>(length + 4)) != 0) {
+        reportOnce("TraceWrite", {line, length});
+    }
 }
 
 }  // namespace trc

@@ -1,20 +1,44 @@
-#include <cstdio>
+// Output to the pair of trace files, "<base>1.TRC" and "<base>2.TRC", of which one is written until it is full.
+#include <cstring>
 
 #include "trcOutputs.h"
+#include "trcState.h"
+#include "trcText.h"
 
 namespace trc {
 namespace {
 
-constexpr std::uint32_t other(std::uint32_t file) noexcept
+constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+std::uint32_t otherFile(std::uint32_t file) noexcept
 {
     return 3 - file;
 }
 
-// The time of the last write; false when the file cannot be opened or asked.
-bool lastWrite(const char* name, FILETIME& time) noexcept
+class FileName
 {
-    const HANDLE file = CreateFileA(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+ public:
+    explicit FileName(std::uint32_t file) noexcept
+    {
+        // "%s%d.TRC"
+        const std::size_t length = copyCut(text_, bounded(trcFileBase, fileBaseSize - 1));
+        text_[length] = file == 1 ? '1' : '2';
+        std::memcpy(text_ + length + 1, ending, sizeof ending);
+    }
+
+    operator const char*() const noexcept { return text_; }
+
+ private:
+    static constexpr char ending[] = ".TRC";
+
+    char text_[fileBaseSize + sizeof ending];
+};
+
+// When the file was written last; false when it cannot be opened or asked.
+bool askLastWrite(std::uint32_t number, FILETIME& time) noexcept
+{
+    const HANDLE file = CreateFileA(FileName(number), GENERIC_READ, shareWithAll, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     const BOOL known = GetFileTime(file, nullptr, nullptr, &time);
     CloseHandle(file);
@@ -23,95 +47,77 @@ bool lastWrite(const char* name, FILETIME& time) noexcept
 
 }  // namespace
 
-FileOutput::Name FileOutput::name(std::uint32_t file) const noexcept
-{
-    Name name;
-    std::snprintf(name.text, sizeof name.text, "%s%d.TRC", base, static_cast<int>(file));
-    return name;
-}
-
-void FileOutput::choose() noexcept
+void chooseFile() noexcept
 {
     FILETIME first;
     FILETIME second;
-    const bool haveFirst = lastWrite(name(1).text, first);
-    const bool haveSecond = lastWrite(name(2).text, second);
+    const bool haveFirst = askLastWrite(1, first);
+    const bool haveSecond = askLastWrite(2, second);
     if (haveFirst && haveSecond) {
-        current_ = CompareFileTime(&second, &first) > 0 ? 2 : 1;
+        trcCurrentFile = CompareFileTime(&second, &first) > 0 ? 2 : 1;
     } else {
-        current_ = haveSecond ? 2 : 1;
+        trcCurrentFile = haveSecond ? 2 : 1;
     }
 }
 
-bool FileOutput::append(std::uint32_t file) noexcept
+bool LineFile::append(DWORD disposition) noexcept
 {
     close();
-    file_ = CreateFileA(name(file).text, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
-                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                        FILE_ATTRIBUTE_NORMAL, nullptr);
-    return file_ != INVALID_HANDLE_VALUE;
+    // Access to append only: each write goes to the end, wherever another process has moved it.
+    file_ = CreateFileA(FileName(trcCurrentFile), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, shareWithAll,
+                        nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return file_ != INVALID_HANDLE_VALUE && askSize();
 }
 
-bool FileOutput::size(std::int64_t& bytes) const noexcept
+bool LineFile::askSize() noexcept
 {
     LARGE_INTEGER size;
     if (!GetFileSizeEx(file_, &size)) return false;
-    bytes = size.QuadPart;
+    size_ = size.QuadPart;
     return true;
 }
 
-void FileOutput::close() noexcept
+bool LineFile::isAboveLimit() const noexcept
+{
+    return size_ > trcBytesPerFile;
+}
+
+void LineFile::close() noexcept
 {
     if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
     file_ = INVALID_HANDLE_VALUE;
 }
 
-void FileOutput::abandon() noexcept
+bool LineFile::open() noexcept
 {
-    close();
-    state_ = -1;
-}
-
-bool FileOutput::openForLine() noexcept
-{
-    std::int64_t bytes = 0;
-    state_ = -1;
-    bool opened = append(current_) && size(bytes);
-    if (opened && bytes > limit) {
-        current_ = other(current_);
-        opened = append(current_) && size(bytes);
-        if (opened && bytes > limit) {
-            // Both are full: the first one starts afresh.
-            current_ = other(current_);
+    bool opened = append(OPEN_ALWAYS);
+    if (opened && isAboveLimit()) {
+        trcCurrentFile = otherFile(trcCurrentFile);
+        opened = append(OPEN_ALWAYS);
+        if (opened && isAboveLimit()) {
+            // Both are full: the first one starts afresh, emptied where somebody keeps it from being deleted.
             close();
-            DeleteFileA(name(current_).text);
-            opened = append(current_);
+            trcCurrentFile = otherFile(trcCurrentFile);
+            DeleteFileA(FileName(trcCurrentFile));
+            opened = append(CREATE_ALWAYS);
         }
     }
-    if (opened) {
-        state_ = 1;
-    } else {
-        close();
-    }
+    if (!opened) close();
     return opened;
 }
 
-void FileOutput::write(const char* line, std::size_t length) noexcept
+void LineFile::write(const char* bytes, std::size_t count) noexcept
 {
-    if (!isOpen()) return;
-    state_ = -1;
+    if (file_ == INVALID_HANDLE_VALUE) return;
     DWORD written = 0;
-    WriteFile(file_, line, static_cast<DWORD>(length), &written, nullptr);
-
-    std::int64_t bytes = 0;
-    if (size(bytes) && bytes > limit) {
-        current_ = other(current_);
-        if (append(current_) && size(bytes) && bytes > limit) {
-            close();
-            DeleteFileA(name(current_).text);
-        }
-    }
+    WriteFile(file_, bytes, static_cast<DWORD>(count), &written, nullptr);
+    const bool full = askSize() && isAboveLimit();
     close();
+    if (!full) return;
+    trcCurrentFile = otherFile(trcCurrentFile);
+    const bool otherIsFull = append(OPEN_ALWAYS) && isAboveLimit();
+    close();
+    if (otherIsFull) DeleteFileA(FileName(trcCurrentFile));
 }
 
 }  // namespace trc

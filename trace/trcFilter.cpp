@@ -1,95 +1,67 @@
 #include "trcFilter.h"
 
-#include <cctype>
-#include <cstring>
+#include <algorithm>
+
+#include "trcText.h"
 
 namespace trc {
-namespace {
 
-char lower(char c) noexcept
+bool patternMatches(std::string_view pattern, std::string_view subject, Match match) noexcept
 {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
-// One pattern element: the character it stands for, or a wildcard, and where the next element begins.
-struct Element
-{
-    explicit Element(const char* pattern) noexcept
-    {
-        const bool escaped = pattern[0] == '\\' && pattern[1] != 0;
-        literal = escaped ? pattern[1] : pattern[0];
-        run = !escaped && literal == '*';
-        any = !escaped && literal == '?';
-        next = pattern + (escaped ? 2 : 1);
-    }
-
-    char literal;
-    bool run;
-    bool any;
-    const char* next;
-};
-
-}  // namespace
-
-bool matches(const char* pattern, const char* subject, bool wholeSubject) noexcept
-{
-    // Where to go on when a later element fails: behind the last run, one character further into the subject.
-    const char* retryPattern = nullptr;
-    const char* retrySubject = nullptr;
+    std::size_t p = 0;
+    std::size_t s = 0;
+    // Where to go on when a later character fails: behind the last "*", which then takes one character more.
+    std::size_t behindStar = std::string_view::npos;
+    std::size_t starEnd = 0;
     for (;;) {
-        if (!*pattern) {
-            if (!wholeSubject || !*subject) return true;
+        if (p == pattern.size()) {
+            if (match == Match::beginning || s == subject.size()) return true;
+        } else if (pattern[p] == '*') {
+            behindStar = ++p;
+            starEnd = s;
+            continue;
+        } else if (s == subject.size()) {
+            return false;
         } else {
-            const Element element(pattern);
-            if (element.run) {
-                pattern = retryPattern = element.next;
-                retrySubject = subject;
-                continue;
-            }
-            if (*subject && (element.any || element.literal == *subject)) {
-                pattern = element.next;
-                ++subject;
+            const bool escaped = pattern[p] == '\\' && p + 1 < pattern.size();
+            const char wanted = pattern[escaped ? p + 1 : p];
+            if (wanted == subject[s] || (wanted == '?' && !escaped)) {
+                p += escaped ? 2 : 1;
+                ++s;
                 continue;
             }
         }
-        if (!retryPattern || !*retrySubject) return false;
-        pattern = retryPattern;
-        subject = ++retrySubject;
+        if (behindStar == std::string_view::npos || starEnd == subject.size()) return false;
+        p = behindStar;
+        s = ++starEnd;
     }
 }
 
-void FilterList::clear() noexcept
+FilterList::FilterList(std::string_view text) noexcept
 {
-    count_ = 0;
-}
-
-void FilterList::assign(const char* text) noexcept
-{
-    clear();
-    std::size_t length = 0;
-    for (; length < copyLength - 1 && text[length]; ++length) copy_[length] = lower(text[length]);
-    copy_[length] = 0;
-
-    char* entry = copy_;
+    text = text.substr(0, textSize - 1);
+    if (text.empty()) return;
+    std::transform(text.begin(), text.end(), text_, lower);
+    std::size_t begin = 0;
     while (count_ < maxEntries) {
-        entries_[count_++] = entry;
-        char* const blank = std::strchr(entry, ' ');
-        if (!blank) break;
-        *blank = 0;
-        entry = blank + 1;
+        start_[count_++] = static_cast<std::uint8_t>(begin);
+        const std::size_t blank = text.find(' ', begin);
+        if (blank == std::string_view::npos) break;
+        text_[blank] = 0;
+        begin = blank + 1;
     }
 }
 
-bool FilterList::passes(const char* subject, bool wholeSubject) const noexcept
+bool FilterList::passes(std::string_view subject, Match match) const noexcept
 {
-    if (count_ == 0 || !*entries_[0]) return true;
-
-    char lowered[subjectLength + 1];
-    std::size_t length = 0;
-    for (; length < subjectLength && subject[length]; ++length) lowered[length] = lower(subject[length]);
-    lowered[length] = 0;
-    for (std::size_t i = 0; i < count_; ++i) {
-        if (matches(entries_[i], lowered, wholeSubject)) return true;
+    if (count_ == 0 || text_[0] == 0) return true;
+    subject = subject.substr(0, subjectLimit);
+    char lowered[subjectLimit];
+    std::transform(subject.begin(), subject.end(), lowered, lower);
+    for (std::size_t i = 0; i < count_ && i < maxEntries; ++i) {
+        const std::size_t start = start_[i];
+        const std::string_view pattern = bounded(text_ + start, textSize - start);
+        if (patternMatches(pattern, {lowered, subject.size()}, match)) return true;
     }
     return false;
 }

@@ -1,22 +1,25 @@
-// The machine-wide kernel objects of the trace: the mutex around every line and the generation word.
+#include "trcObjects.h"
 
 #include <aclapi.h>
 
+#include <atomic>
+#include <cstdint>
 #include <cstdio>
 
 #include "Kxotrc.h"
+#include "trcErrorKeeper.h"
 #include "trcPlatform.h"
 #include "trcState.h"
 
-namespace trc {
 namespace {
 
-constexpr char mutexName[] = "Global\\KXTRACE_MUTEX";
-constexpr char sectionName[] = "Global\\KXTRACE_SECTION";
-constexpr std::uint32_t sectionSize = sizeof(std::uint32_t);
-
-// Differs from the initial last generation, so that the first line of a process reads the configuration.
+// Differs from the first trcLastGeneration, so that the first call of a process reads the configuration.
 constexpr std::uint32_t privateGeneration = 1;
+
+constexpr DWORD generationSize = sizeof(std::uint32_t);
+
+constinit std::atomic<HANDLE> mutex = nullptr;
+constinit HANDLE section = nullptr;
 
 void tellDebugger(const char* format, DWORD error) noexcept
 {
@@ -25,18 +28,21 @@ void tellDebugger(const char* format, DWORD error) noexcept
     OutputDebugStringA(text);
 }
 
-void openMutex(State& s) noexcept
+bool openMutex() noexcept
 {
-    if (s.mutex) return;
-    s.mutex = CreateMutexExA(s.attributes, mutexName, 0, SYNCHRONIZE);
-    if (!s.mutex) tellDebugger("ERROR: Can't create KXTRC_MUTEX, GetLastError()=%d \n", GetLastError());
+    if (mutex.load()) return true;
+    const HANDLE made = CreateMutexExA(trc::trcAttributes, trc::mutexName, 0, SYNCHRONIZE);
+    if (!made) return false;
+    HANDLE none = nullptr;
+    if (!mutex.compare_exchange_strong(none, made)) CloseHandle(made);  // another thread was first
+    return true;
 }
 
-// Every logged-on user may raise the generation, nobody may do more.
-class SectionSecurity
+// Every logged-on user may change the word, and nobody may do anything else with the section.
+class GenerationSecurity
 {
  public:
-    SectionSecurity() noexcept
+    GenerationSecurity() noexcept
     {
         DWORD size = sizeof sid_;
         if (!CreateWellKnownSid(WinAuthenticatedUserSid, nullptr, sid_, &size)) return;
@@ -47,90 +53,105 @@ class SectionSecurity
         access.Trustee.TrusteeForm = TRUSTEE_IS_SID;
         access.Trustee.TrusteeType = TRUSTEE_IS_WELL_KNOWN_GROUP;
         access.Trustee.ptstrName = reinterpret_cast<char*>(sid_);
-        if (SetEntriesInAclA(1, &access, nullptr, &acl_) != ERROR_SUCCESS) return;
-        if (!InitializeSecurityDescriptor(&descriptor_, SECURITY_DESCRIPTOR_REVISION)) return;
-        if (!SetSecurityDescriptorDacl(&descriptor_, TRUE, acl_, FALSE)) return;
-        attributes_ = {sizeof attributes_, &descriptor_, FALSE};
-        valid_ = true;
+        const DWORD error = SetEntriesInAclA(1, &access, nullptr, &acl_);
+        SetLastError(error);
+        valid_ = error == ERROR_SUCCESS && InitializeSecurityDescriptor(&descriptor_, SECURITY_DESCRIPTOR_REVISION) &&
+                 SetSecurityDescriptorDacl(&descriptor_, TRUE, acl_, FALSE);
     }
-    ~SectionSecurity()
+    ~GenerationSecurity()
     {
         if (acl_) LocalFree(acl_);
     }
-    SectionSecurity(const SectionSecurity&) = delete;
-    SectionSecurity& operator=(const SectionSecurity&) = delete;
+    GenerationSecurity(const GenerationSecurity&) = delete;
+    GenerationSecurity& operator=(const GenerationSecurity&) = delete;
 
-    SECURITY_ATTRIBUTES* get() noexcept { return valid_ ? &attributes_ : nullptr; }
+    explicit operator bool() const noexcept { return valid_; }
+    SECURITY_ATTRIBUTES* get() noexcept { return &attributes_; }
 
  private:
     BYTE sid_[SECURITY_MAX_SID_SIZE] = {};
     ACL* acl_ = nullptr;
     SECURITY_DESCRIPTOR descriptor_ = {};
-    SECURITY_ATTRIBUTES attributes_ = {};
+    SECURITY_ATTRIBUTES attributes_ = {sizeof(SECURITY_ATTRIBUTES), &descriptor_, FALSE};
     bool valid_ = false;
 };
 
-void openGeneration(State& s) noexcept
+HANDLE openOrCreateSection() noexcept
 {
-    if (s.section) return;
-    s.section = OpenFileMappingA(FILE_MAP_WRITE, FALSE, sectionName);
-    if (!s.section) {
-        SectionSecurity security;
-        s.section =
-            CreateFileMappingA(INVALID_HANDLE_VALUE, security.get(), PAGE_READWRITE, 0, sectionSize, sectionName);
+    if (const HANDLE found = OpenFileMappingA(FILE_MAP_WRITE, FALSE, trc::generationName)) return found;
+    GenerationSecurity security;
+    if (!security) return nullptr;
+    const HANDLE made = CreateFileMappingA(INVALID_HANDLE_VALUE, security.get(), PAGE_READWRITE, 0, generationSize,
+                                           trc::generationName);
+    if (made || GetLastError() != ERROR_ACCESS_DENIED) return made;
+    // Another process made it in between: creating asks for more access than the section grants.
+    return OpenFileMappingA(FILE_MAP_WRITE, FALSE, trc::generationName);
+}
+
+bool openGeneration() noexcept
+{
+    if (section) return true;
+    const HANDLE opened = openOrCreateSection();
+    if (!opened) return false;
+    const void* const view = MapViewOfFile(opened, FILE_MAP_WRITE, 0, 0, generationSize);
+    if (!view) {
+        const DWORD error = GetLastError();
+        CloseHandle(opened);
+        SetLastError(error);
+        return false;
     }
-    const void* const view = s.section ? MapViewOfFile(s.section, FILE_MAP_WRITE, 0, 0, sectionSize) : nullptr;
-    if (view) {
-        trcGeneration = static_cast<const volatile std::uint32_t*>(view);
-        return;
-    }
-    const DWORD error = GetLastError();
-    if (s.section) CloseHandle(s.section);
-    s.section = nullptr;
-    tellDebugger("ERROR: Can't create KXTRC_SECTION, GetLastError()=%d \n", error);
+    section = opened;
+    trcGeneration = static_cast<const volatile std::uint32_t*>(view);
+    return true;
 }
 
 }  // namespace
 
-void openKernelObjects() noexcept
+constinit const volatile std::uint32_t* trcGeneration = &privateGeneration;
+
+namespace trc {
+
+constinit SECURITY_ATTRIBUTES* trcAttributes = nullptr;
+
+HANDLE traceMutex() noexcept
 {
-    State& s = state();
-    openMutex(s);
-    openGeneration(s);
+    return mutex.load();
+}
+
+void openObjects() noexcept
+{
+    if (!openMutex()) tellDebugger("ERROR: Can't create KXTRC_MUTEX, GetLastError()=%d \n", GetLastError());
+    if (!openGeneration()) tellDebugger("ERROR: Can't create KXTRC_SECTION, GetLastError()=%d \n", GetLastError());
 }
 
 void closeMutex() noexcept
 {
-    State& s = state();
-    if (s.mutex) CloseHandle(s.mutex);
-    s.mutex = nullptr;
+    if (const HANDLE old = mutex.exchange(nullptr)) CloseHandle(old);
 }
 
 void closeGeneration() noexcept
 {
-    State& s = state();
-    static constexpr std::uint32_t word = privateGeneration;
+    // The gate of another thread may be looking at the word: it gets the private one before the view goes.
     const volatile std::uint32_t* const view = trcGeneration;
-    trcGeneration = &word;
-    if (s.section) {
-        UnmapViewOfFile(const_cast<const std::uint32_t*>(view));
-        CloseHandle(s.section);
-    }
-    s.section = nullptr;
+    trcGeneration = &privateGeneration;
+    if (!section) return;
+    UnmapViewOfFile(const_cast<const std::uint32_t*>(view));
+    CloseHandle(section);
+    section = nullptr;
 }
 
 }  // namespace trc
 
 std::uint32_t TrcLock() noexcept
 {
-    trc::State& s = trc::state();
-    if (!s.mutex && !s.stopped) trc::openMutex(s);
-    // A line that comes without the mutex may mix with another; no line at all would help nobody.
-    if (s.mutex) WaitForSingleObject(s.mutex, trc::platform().lockTimeout);
+    const trc::ErrorKeeper keeper;
+    // A line that is written without the mutex may mix with another; a caller that hangs would be worse.
+    if (!trc::trcStopped && openMutex()) WaitForSingleObject(mutex.load(), trc::trcPlatform.lockWait);
     return ERROR_SUCCESS;
 }
 
 void TrcUnlock() noexcept
 {
-    if (const HANDLE mutex = trc::state().mutex) ReleaseMutex(mutex);
+    const trc::ErrorKeeper keeper;
+    if (const HANDLE held = mutex.load()) ReleaseMutex(held);
 }

@@ -3,26 +3,25 @@
 namespace trc {
 namespace {
 
-constexpr char eventSource[] = "Kxotrc";
-constexpr int csidlProgramFilesCommon = 43;
-
-HANDLE openDriver(const char* name)
+HANDLE createFile(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* attributes, DWORD disposition,
+                  DWORD flags, HANDLE templateFile)
 {
-    return CreateFileA(name, 0, 0, nullptr, OPEN_EXISTING, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    return CreateFileA(name, access, share, attributes, disposition, flags, templateFile);
 }
 
-BOOL sendToDriver(HANDLE driver, DWORD code, const void* bytes, DWORD count)
+BOOL deviceIoControl(HANDLE device, DWORD code, void* in, DWORD inSize, void* out, DWORD outSize, DWORD* returned,
+                     OVERLAPPED* overlapped)
 {
-    DWORD returned = 0;
-    return DeviceIoControl(driver, code, const_cast<void*>(bytes), count, nullptr, 0, &returned, nullptr);
+    return DeviceIoControl(device, code, in, inSize, out, outSize, returned, overlapped);
 }
 
-// The shell library is loaded only by processes that are configured for the trace engine.
+// The shell library is loaded by hand, so that only processes that are configured for the trace engine pay for it.
 bool commonProgramFiles(char (&folder)[MAX_PATH])
 {
+    constexpr int csidlProgramFilesCommon = 43;
+    using GetFolderPath = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, char*);
     const HMODULE shell = LoadLibraryA("shell32.dll");
     if (!shell) return false;
-    using GetFolderPath = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, char*);
     const auto getFolderPath =
         reinterpret_cast<GetFolderPath>(reinterpret_cast<void*>(GetProcAddress(shell, "SHGetFolderPathA")));
     const bool found = getFolderPath && getFolderPath(nullptr, csidlProgramFilesCommon, nullptr, 0, folder) == S_OK;
@@ -30,20 +29,36 @@ bool commonProgramFiles(char (&folder)[MAX_PATH])
     return found;
 }
 
-void reportEvent(WORD type, DWORD event, const char* const* texts, WORD count)
+HANDLE registerEventSource(const char* server, const char* source)
 {
-    const HANDLE source = RegisterEventSourceA(nullptr, eventSource);
-    if (!source) return;
-    ReportEventA(source, type, 1, event, nullptr, count, 0, const_cast<const char**>(texts), nullptr);
-    DeregisterEventSource(source);
+    return RegisterEventSourceA(server, source);
+}
+
+BOOL reportEvent(HANDLE log, WORD type, WORD category, DWORD event, void* user, WORD strings, DWORD dataSize,
+                 const char** texts, void* data)
+{
+    return ReportEventA(log, type, category, event, user, strings, dataSize, texts, data);
+}
+
+BOOL deregisterEventSource(HANDLE log)
+{
+    return DeregisterEventSource(log);
+}
+
+ULONGLONG milliseconds()
+{
+    return GetTickCount64();
 }
 
 }  // namespace
 
-Platform& platform() noexcept
-{
-    static Platform machine{10000, openDriver, sendToDriver, commonProgramFiles, reportEvent};
-    return machine;
-}
+constinit Platform trcPlatform{10000,
+                               createFile,
+                               deviceIoControl,
+                               commonProgramFiles,
+                               registerEventSource,
+                               reportEvent,
+                               deregisterEventSource,
+                               milliseconds};
 
 }  // namespace trc

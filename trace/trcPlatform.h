@@ -1,4 +1,5 @@
-// What the trace asks of the machine and tests replace: the driver, the engine's folder, the event log.
+// What the trace asks of the machine and tests replace: the lock's patience, the driver, the folder of the trace
+// engine, the event log, the clock of Consult. The functions have the shape of those of Windows that they stand for.
 #pragma once
 
 #include <windows.h>
@@ -7,15 +8,28 @@ namespace trc {
 
 struct Platform
 {
-    DWORD lockTimeout;  // milliseconds that a line waits for the machine's trace mutex
+    DWORD lockWait;  // milliseconds that a line waits for the machine's trace mutex
 
-    HANDLE (*openDriver)(const char* name);
-    BOOL (*sendToDriver)(HANDLE driver, DWORD code, const void* bytes, DWORD count);
+    // The driver only; files and objects are always the machine's own.
+    HANDLE(*createFile)
+    (const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition, DWORD flags,
+     HANDLE templateFile);
+    BOOL(*deviceIoControl)
+    (HANDLE, DWORD code, void* in, DWORD inSize, void* out, DWORD outSize, DWORD* returned, OVERLAPPED*);
+
+    // The common program-files folder of 32-bit programs; false when it cannot be had.
     bool (*commonProgramFiles)(char (&folder)[MAX_PATH]);
-    void (*reportEvent)(WORD type, DWORD event, const char* const* texts, WORD count);
+
+    HANDLE (*registerEventSource)(const char* server, const char* source);
+    BOOL(*reportEvent)
+    (HANDLE, WORD type, WORD category, DWORD event, void* user, WORD strings, DWORD dataSize, const char** texts,
+     void* data);
+    BOOL (*deregisterEventSource)(HANDLE);
+
+    ULONGLONG (*milliseconds)();  // since some begin; never goes back
 };
 
-// The real machine; tests change entries before the trace starts.
-Platform& platform() noexcept;
+// The real machine; tests change entries while nothing is traced.
+extern Platform trcPlatform;
 
 }  // namespace trc

@@ -1,110 +1,39 @@
+#include "trcRing.h"
+
 #include <algorithm>
 #include <cstring>
 
-#include "trcOutputs.h"
-
 namespace trc {
-namespace {
 
-constexpr std::uint32_t headerSize = 64;
-constexpr std::uint32_t sectionExtra = 68;
-constexpr std::uint32_t knownLayout = 1;
-
-struct RingHeader
+void initialiseRing(RingHeader& header, std::uint32_t capacity) noexcept
 {
-    std::uint32_t writePosition;
-    std::uint32_t capacity;
-    std::uint32_t wrapCount;
-    std::uint32_t enabled;
-    std::uint32_t users;
-    std::uint32_t layout;
-};
-
-volatile RingHeader& header(std::uint8_t* view) noexcept
-{
-    return *reinterpret_cast<volatile RingHeader*>(view);
+    for (volatile std::uint32_t& word : header.reserved)
+        word = 0;
+    header.writePosition = 0;
+    header.capacity = capacity;
+    header.wrapCount = 0;
+    header.users = 1;
+    header.layout = ringLayout;
+    header.enabled = 1;
 }
 
-std::uint8_t* map(HANDLE section, std::size_t bytes) noexcept
+bool writeRing(RingHeader& header, char* data, std::uint32_t capacity, std::string_view text) noexcept
 {
-    return static_cast<std::uint8_t*>(MapViewOfFile(section, FILE_MAP_WRITE, 0, 0, bytes));
-}
+    if (header.enabled == 0 || text.size() > capacity) return false;
+    const auto count = static_cast<std::uint32_t>(text.size());
+    std::uint32_t position = header.writePosition;
+    if (position > capacity) position = 0;  // left by a writer that does not keep to the layout
 
-// The capacity that the maker of an existing ring gave it; 0 when it cannot be read.
-std::uint32_t existingCapacity(HANDLE section) noexcept
-{
-    std::uint8_t* const view = map(section, sectionExtra);
-    if (!view) return 0;
-    const std::uint32_t capacity = header(view).capacity;
-    UnmapViewOfFile(view);
-    return capacity;
-}
+    const std::uint32_t untilEnd = std::min(count, capacity - position);
+    std::memcpy(data + position, text.data(), untilEnd);
+    std::memcpy(data, text.data() + untilEnd, count - untilEnd);
 
-}  // namespace
-
-void RingOutput::attach(SECURITY_ATTRIBUTES* attributes) noexcept
-{
-    if (view_) return;
-    const std::uint64_t bytes = std::uint64_t{size} + sectionExtra;
-    section_ = CreateFileMappingA(INVALID_HANDLE_VALUE, attributes, PAGE_READWRITE,
-                                  static_cast<DWORD>(bytes >> 32), static_cast<DWORD>(bytes), name);
-    if (!section_) return;
-    const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
-    capacity_ = existed ? existingCapacity(section_) : size;
-    const std::uint64_t wanted = std::uint64_t{capacity_} + sectionExtra;
-    if (capacity_ != 0 && wanted <= SIZE_MAX) view_ = map(section_, static_cast<std::size_t>(wanted));
-
-    if (view_ && !existed) {
-        std::memset(view_, 0, headerSize);
-        volatile RingHeader& ring = header(view_);
-        ring.capacity = capacity_;
-        ring.enabled = 1;
-        ring.users = 1;
-        ring.layout = knownLayout;
-    } else if (view_ && header(view_).layout == knownLayout) {
-        header(view_).users = header(view_).users + 1;
-    } else {
-        // Another layout is another program's business.
-        if (view_) UnmapViewOfFile(view_);
-        view_ = nullptr;
-        CloseHandle(section_);
-        section_ = nullptr;
-    }
-}
-
-void RingOutput::write(const char* line, std::size_t length) noexcept
-{
-    if (!view_) return;
-    volatile RingHeader& ring = header(view_);
-    if (ring.enabled == 0) return;
-
-    // The header lies in memory that others write; it is never trusted beyond the mapped data.
-    const auto count = static_cast<std::uint32_t>(length);
-    std::uint32_t position = ring.writePosition;
-    if (position > capacity_ || count > capacity_) return;
-
-    std::uint8_t* const data = view_ + headerSize;
-    const std::uint32_t first = std::min(count, capacity_ - position);
-    std::memcpy(data + position, line, first);
-    std::memcpy(data, line + first, count - first);
-
-    position += count;
-    if (position > capacity_) {
-        position -= capacity_;
-        if (ring.wrapCount != 0xFFFFFFFF) ring.wrapCount = ring.wrapCount + 1;
-    }
-    ring.writePosition = position;
-}
-
-void RingOutput::detach() noexcept
-{
-    if (view_) {
-        header(view_).users = header(view_).users - 1;
-        UnmapViewOfFile(view_);
-        view_ = nullptr;
-    }
-    if (section_) CloseHandle(section_);
-    section_ = nullptr;
+    // A text that ends exactly at the end leaves the position there: the ring wraps with the next one.
+    const bool wraps = untilEnd != count;
+    header.writePosition = wraps ? count - untilEnd : position + count;
+    const std::uint32_t wrapCount = header.wrapCount;
+    if (wraps && wrapCount != 0xFFFFFFFF) header.wrapCount = wrapCount + 1;
+    return true;
 }
 
 }  // namespace trc

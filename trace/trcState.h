@@ -1,57 +1,41 @@
-// The trace's state: one per loaded library, guarded by the trace mutex.
+// The trace's state: one instance per loaded library, guarded by the trace mutex. All of it is initialised before any
+// code runs, since the first trace call may come from a constructor. Everything stays inside its bounds also when two
+// threads work at once, which can happen after a failed wait for the mutex.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
 
-#include "trcFilter.h"
-#include "trcLine.h"
-#include "trcOutputs.h"
+#include "trcSettings.h"
 
 namespace trc {
 
-struct State
-{
-    // Configuration
-    int format = formatLong;
-    int output = outputFile;
-    int consult = 0;             // seconds after which the configuration is read again; 0: never by time
-    std::int64_t lastRead = 0;   // time of the last read while consult is set, in seconds; 0: none noted
-    double counterFrequency = 1;
-    FilterList traceIds;
-    FilterList modules;
-    FilterList functions;
-    FilterList texts;
+inline constexpr char trcTraceId[] = "KXOVATDX";
 
-    // Outputs
-    DriverOutput driver;
-    FileOutput file;
-    RingOutput ring;
-    EngineOutput engine;
+// From the configuration
+extern int trcFormat;
+extern int trcOutput;
+extern int trcConsult;                // seconds, 0: off
+extern std::uint64_t trcConsultRead;  // when it was read last, in milliseconds; 0: not noted
+extern double trcCounterFrequency;
+extern std::int32_t trcBytesPerFile;
+extern std::uint32_t trcSmSize;
+extern char trcFileBase[fileBaseSize];
+extern FilterList trcTraceIds, trcModules, trcFunctions, trcTexts;
 
-    // Kernel objects
-    SECURITY_ATTRIBUTES* attributes = nullptr;
-    HANDLE mutex = nullptr;
-    HANDLE section = nullptr;
-    bool stopped = false;
+// Of the outputs
+extern std::uint32_t trcCurrentFile;  // 1 or 2
+extern bool trcEngineUsable;
+extern bool trcReportOnce;
 
-    // Static areas, used under the mutex
-    char text[1024] = {};
-    char line[lineBufferSize] = {};
-};
+// The last "E" line, for whoever looks into the process: most outputs cannot show one.
+extern char trcErrorLine[maxLine + 1];
 
-State& state() noexcept;
+// Set by TrcStop: what is traced after that goes nowhere and opens nothing.
+extern bool trcStopped;
 
-// Makes the mutex and maps the generation word where they are missing.
-void openKernelObjects() noexcept;
-void closeMutex() noexcept;
-void closeGeneration() noexcept;
-
-// Reads the configuration from the registry and prepares the output.
-void readConfiguration() noexcept;
-
-// Hands a line of `length` characters, in a buffer with room behind it, to the configured output.
-void handToOutput(char* line, std::size_t length) noexcept;
+// Everything as in a library that was just loaded.
+void resetState() noexcept;
 
 }  // namespace trc
