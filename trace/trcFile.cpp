@@ -111,9 +111,9 @@ void LineFile::write(const char* bytes, std::size_t count) noexcept
     if (file_ == INVALID_HANDLE_VALUE) return;
     DWORD written = 0;
     WriteFile(file_, bytes, static_cast<DWORD>(count), &written, nullptr);
-    const bool full = askSize() && isAboveLimit();
+    size_ += written;  // nobody else writes while this process has the mutex, so there is no need to ask
     close();
-    if (!full) return;
+    if (!isAboveLimit()) return;
     trcCurrentFile = otherFile(trcCurrentFile);
     const bool otherIsFull = append(OPEN_ALWAYS) && isAboveLimit();
     close();
