@@ -1,6 +1,7 @@
 # make demo    everything from a fresh clone to the main job, shown step by step
 # make test    set up, build, run all tests
 # make build   both bitnesses: build/x86/bin and build/x64/bin
+# make bench   measures; make format and make lint keep the sources in order
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
 
@@ -14,6 +15,18 @@ build: setup
 
 test: build
 	@scripts/test.sh
+
+demo: build
+	@scripts/demo.sh
+
+format:
+	@scripts/format.sh
+
+lint: setup
+	@scripts/lint.sh
+
+bench: build
+	@scripts/bench.sh
 
 clean:
 	rm -rf build/x86 build/x64
