@@ -21,6 +21,7 @@
 #include <windows.h>
 
 #include "kxova/board.h"
+#include "kxova/helpers.h"
 #include "kxova/logdevice.h"
 #include "kxova/logname.h"
 #include "kxova/notify.h"
