@@ -1,0 +1,11 @@
+#include "Exceptions.h"
+
+void AfxThrowMemoryException()
+{
+    throw CMemoryException();
+}
+
+void AfxThrowInvalidArgException()
+{
+    throw CInvalidArgException();
+}
