@@ -110,6 +110,8 @@ ExchangeResult PipeTransport::exchange(std::span<const std::uint8_t> request, st
 {
     OVERLAPPED operation{};
     operation.hEvent = completed_.get();
+    // Windows does this itself; Wine's transaction leaves the field alone, and a fresh one would pass for completed.
+    operation.Internal = static_cast<ULONG_PTR>(STATUS_PENDING);
     // The function takes the request without const, but only reads it.
     if (!TransactNamedPipe(pipe_.get(), const_cast<std::uint8_t*>(request.data()), static_cast<DWORD>(request.size()),
                            reply.data(), static_cast<DWORD>(reply.size()), nullptr, &operation)) {

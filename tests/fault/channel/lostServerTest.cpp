@@ -81,15 +81,18 @@ TEST_F(LostServer, StopDuringACall_endsTheCallAndTheNextOneConnects)
     EXPECT_EQ(server.received(), (std::vector<Bytes>{frames::request(33), request}));
 }
 
-TEST_F(LostServer, AnswerThenClose_answerIsDelivered)
+TEST_F(LostServer, AnswerThenClose_answerIsDeliveredAndTheNextCallConnects)
 {
     const OpenChannel channel(name);
-    server.then([](PipeServer::Connection& connection, const Bytes& request) {
+    const platform::KernelObject closed(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    server.then([&](PipeServer::Connection& connection, const Bytes& request) {
         connection.write(frames::echo(request));
         connection.close();
+        SetEvent(closed.get());
     });
     const Bytes request = frames::request(33, {5});
     EXPECT_EQ(call(channel, request), answered(frames::echo(request)));
+    WaitForSingleObject(closed.get(), INFINITE);
 
     const Bytes next = frames::request(33, {6});
     EXPECT_EQ(call(channel, next), answered(frames::echo(next)));
