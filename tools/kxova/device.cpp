@@ -29,6 +29,10 @@ std::string device(const std::string& name)
     return "logical device " + quoted(name);
 }
 
+constexpr char devicesHint[] = "\"kxova device list\" shows the logical devices";
+constexpr char valuesHint[] = "\"kxova device list\" shows the logical devices, \"kxova device show\" their values";
+constexpr char definitionHint[] = "the server's catalogue names the definitions, such as NX3110.MPI";
+
 std::vector<std::string> deviceNames(const std::optional<std::string>& netType)
 {
     const std::string filter = netType ? toAnsi(*netType) : std::string();
@@ -69,7 +73,7 @@ void list(const std::optional<std::string>& netType)
 void showDevice(const std::string& name)
 {
     const std::string ansi = toAnsi(name);
-    require(LogDeviceExists(ansi.c_str(), 0), "show " + device(name));
+    require(LogDeviceExists(ansi.c_str(), 0), "show " + device(name), devicesHint);
 
     Table table({"PARAMETER", "VALUE", "STORED AS"});
     Json values = Json::array();
@@ -92,14 +96,14 @@ void getValue(const std::string& name, const std::string& parameter)
 {
     Text value;
     require(LogDeviceGetValue(toAnsi(name).c_str(), toAnsi(parameter).c_str(), value.buffer, &value.length),
-            "read " + quoted(parameter) + " of " + device(name));
+            "read " + quoted(parameter) + " of " + device(name), valuesHint);
     show({{"device", name}, {"parameter", parameter}, {"value", value.utf8()}}, value.utf8() + "\n");
 }
 
 void setValue(const std::string& name, const std::string& parameter, const std::string& value)
 {
     require(LogDeviceSetValue(toAnsi(name).c_str(), toAnsi(parameter).c_str(), toAnsi(value).c_str()),
-            "set " + quoted(parameter) + " of " + device(name) + " to " + quoted(value));
+            "set " + quoted(parameter) + " of " + device(name) + " to " + quoted(value), devicesHint);
     show({{"device", name}, {"parameter", parameter}, {"value", value}},
          name + ": " + parameter + " is now " + quoted(value) + ".\n");
 }
@@ -107,14 +111,14 @@ void setValue(const std::string& name, const std::string& parameter, const std::
 void create(const std::string& name, const std::string& definition)
 {
     require(LogDeviceCreateFromDef(toAnsi(name).c_str(), toAnsi(definition).c_str()),
-            "create " + device(name) + " from " + quoted(definition));
+            "create " + device(name) + " from " + quoted(definition), definitionHint);
     show({{"device", name}, {"definition", definition}, {"created", true}},
          "Created " + device(name) + " from " + quoted(definition) + ".\n");
 }
 
 void remove(const std::string& name)
 {
-    require(LogDeviceDel(toAnsi(name).c_str()), "delete " + device(name));
+    require(LogDeviceDel(toAnsi(name).c_str()), "delete " + device(name), devicesHint);
     show({{"device", name}, {"deleted", true}}, "Deleted " + device(name) + ".\n");
 }
 

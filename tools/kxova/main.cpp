@@ -53,7 +53,9 @@ int usage(const CLI::App& app, const CLI::ParseError& error)
                                                    : app.help("", CLI::AppFormatMode::All));
         return exitOk;
     }
-    printError(std::string("kxova: ") + error.what() + "\n       \"kxova --help\" shows the commands\n");
+    const std::vector<std::string> unknown = app.remaining(true);
+    const std::string what = unknown.empty() ? error.what() : "there is no command or option " + unknown.front();
+    printError("kxova: " + what + "\n       \"kxova --help\" shows the commands\n");
     return exitUsage;
 }
 

@@ -88,7 +88,11 @@ Failure::Explanation Failure::explain(long result)
     return {"unknown result", "the server refused it", "", exitFailed};
 }
 
-Failure::Failure(const std::string& attempt, long result) : Failure(attempt, result, explain(result)) {}
+Failure::Failure(const std::string& attempt, long result, const std::string& hintWhenNotFound)
+    : Failure(attempt, result, explain(result))
+{
+    if (status_ == exitNotFound) hint_ = hintWhenNotFound;
+}
 
 Failure::Failure(const std::string& attempt, long result, const Explanation& explanation)
     : std::runtime_error("cannot " + attempt + ": " + explanation.meaning + " (" + explanation.name + ", " +
@@ -99,7 +103,7 @@ Failure::Failure(const std::string& attempt, long result, const Explanation& exp
       status_(explanation.status)
 {}
 
-void require(long result, const std::string& attempt)
+void require(long result, const std::string& attempt, const std::string& hintWhenNotFound)
 {
-    if (result != ERROR_SUCCESS) throw Failure(attempt, result);
+    if (result != ERROR_SUCCESS) throw Failure(attempt, result, hintWhenNotFound);
 }

@@ -19,7 +19,7 @@ enum ExitStatus : int {
 class Failure : public std::runtime_error
 {
  public:
-    Failure(const std::string& attempt, long result);
+    Failure(const std::string& attempt, long result, const std::string& hintWhenNotFound = {});
 
     const std::string& hint() const noexcept { return hint_; }
     const std::string& resultName() const noexcept { return name_; }
@@ -37,5 +37,6 @@ class Failure : public std::runtime_error
     int status_;
 };
 
-// Throws a Failure unless the result is 0. `attempt` completes "cannot …".
-void require(long result, const std::string& attempt);
+// Throws a Failure unless the result is 0. `attempt` completes "cannot …"; the hint is the next step for somebody who
+// named something that does not exist.
+void require(long result, const std::string& attempt, const std::string& hintWhenNotFound = {});
