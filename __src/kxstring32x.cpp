@@ -1,6 +1,6 @@
 #include "kxstring32x.h"
 
-#include <memory>
+#include <exception>
 
 #include "Kxotrc.h"
 #include "messageBox.h"
@@ -37,7 +37,7 @@ DWORD languageOf(char cLangExt) noexcept
 DWORD installedLanguage(DWORD language) noexcept
 {
     const LCID lcid = language & 0xFFFF;
-    const BOOL installed = IsValidLocale(lcid, LCID_INSTALLED);
+    const BOOL installed = messageBoxSystem().isValidLocale(lcid, LCID_INSTALLED);
     KXTRACE(boxName, TRC_DETAIL, "bRet=0x%x lcid=0x%x dwLangID=0x%x", static_cast<unsigned int>(installed),
             static_cast<unsigned int>(lcid), static_cast<unsigned int>(language));
 
@@ -49,88 +49,27 @@ DWORD installedLanguage(DWORD language) noexcept
     return installed ? language : 0;
 }
 
-void CALLBACK showHelp(HELPINFO* help)
+// Called by the system while the box is shown; an exception would run through the system's own code.
+void CALLBACK showHelp(HELPINFO* help) noexcept
 {
     const ModuleContext context;
-    if (CWinApp* const app = AfxGetApp()) app->WinHelp(help->dwContextId, HELP_CONTEXT);
-}
-
-}  // namespace
-
-MessageBoxCall& messageBoxCall() noexcept
-{
-    static MessageBoxCall call = MessageBoxIndirectA;
-    return call;
-}
-
-CString sKeyConcat(CString a, CString b)
-{
-    if (a.IsEmpty() || b.IsEmpty()) return a + b;
-    return a + "\\" + b;
-}
-
-CString sKeyConcat(CString a, CString b, CString c)
-{
-    return sKeyConcat(sKeyConcat(a, b), c);
-}
-
-CString sKeyConcat(CString a, CString b, CString c, CString d)
-{
-    return sKeyConcat(sKeyConcat(a, b, c), d);
-}
-
-CString sKeyConcat(CString a, CString b, CString c, CString d, CString e)
-{
-    return sKeyConcat(sKeyConcat(a, b, c, d), e);
-}
-
-CString sFirstFromSeperatedListOneOf(CString* list, CString separators)
-{
-    const int end = list->FindOneOf(separators);
-    if (end < 0) {
-        const CString whole = *list;
-        list->Empty();
-        return whole;
+    try {
+        if (CWinApp* const app = AfxGetApp()) app->WinHelp(help->dwContextId, HELP_CONTEXT);
+    } catch (const std::exception&) {
+        // No help is shown; the box stays.
     }
-    const CString first = list->Left(end);
-    *list = list->Mid(end + 1);
-    return first;
 }
 
-CString sFirstFromSeperatedListOneOf(CString list, CString separators)
+int showBox(CWnd* parent, const CString& text, const CString& title, unsigned long style, unsigned long helpId,
+            char cLangExt)
 {
-    return sFirstFromSeperatedListOneOf(&list, separators);
-}
-
-CString sLoadResString(unsigned int id)
-{
-    const ModuleContext context;
-    // A length of 0 asks for the resource itself, which has no terminator.
-    const wchar_t* resource = nullptr;
-    const int units = LoadStringW(AfxGetResourceHandle(), id, reinterpret_cast<wchar_t*>(&resource), 0);
-    if (units <= 0) return CString();
-    const int length = WideCharToMultiByte(CP_ACP, 0, resource, units, nullptr, 0, nullptr, nullptr);
-    if (length <= 0) return CString();
-    const std::unique_ptr<char[]> text(new char[static_cast<std::size_t>(length)]);
-    WideCharToMultiByte(CP_ACP, 0, resource, units, text.get(), length, nullptr, nullptr);
-    return CString(text.get(), length);
-}
-
-int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId)
-{
-    return nMessageBox(parent, text, title, style, helpId, 'x');
-}
-
-int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId, char cLangExt)
-{
-    const ModuleContext context;
-    KXTRACE(boxName, TRC_ENTRY, ">> sText=%.*s sTitle=%s dwStyle=%x dwHelpID=%x", tracedTextLength,
-            static_cast<const char*>(text), static_cast<const char*>(title),
-            static_cast<unsigned int>(style), static_cast<unsigned int>(helpId));
+    KXTRACE(boxName, TRC_ENTRY, ">> sText=%s sTitle=%s dwStyle=%x dwHelpID=%x",
+            text.Left(tracedTextLength).GetString(), title.GetString(), static_cast<unsigned int>(style),
+            static_cast<unsigned int>(helpId));
 
     MSGBOXPARAMSA box = {};
     box.cbSize = sizeof box;
-    box.hwndOwner = parent ? parent->m_hWnd : nullptr;
+    box.hwndOwner = parent ? parent->GetSafeHwnd() : nullptr;
     box.hInstance = AfxGetInstanceHandle();
     box.lpszText = text;
     box.lpszCaption = title;
@@ -144,7 +83,113 @@ int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, 
     box.dwLanguageId = language;
     KXTRACE(boxName, TRC_DETAIL, "dwLanguageId=%x ", static_cast<unsigned int>(language));
     KXTRACE(boxName, TRC_RESULT, "<<return");
-    return messageBoxCall()(&box);
+    return messageBoxSystem().show(&box);
+}
+
+CString keyOf(const CString& a, const CString& b)
+{
+    if (a.IsEmpty() || b.IsEmpty()) return a + b;
+    return a + "\\" + b;
+}
+
+template <typename... More>
+CString keyOf(const CString& a, const CString& b, const CString& c, const More&... more)
+{
+    return keyOf(keyOf(a, b), c, more...);
+}
+
+CString takeFirst(CString& list, const CString& separators)
+{
+    const int end = list.FindOneOf(separators);
+    if (end < 0) {
+        const CString whole = list;
+        list.Empty();
+        return whole;
+    }
+    const char* const separator = list.GetString() + end;
+    CString first = list.Left(end);
+    CString rest = list.Mid(end + static_cast<int>(CharNextA(separator) - separator));
+    list = rest;
+    return first;
+}
+
+CString resourceText(unsigned int id)
+{
+    CString text;
+    // A length of 0 asks for the resource itself, which has no terminator.
+    const wchar_t* resource = nullptr;
+    const int units = LoadStringW(AfxGetResourceHandle(), id, reinterpret_cast<wchar_t*>(&resource), 0);
+    if (units <= 0) return text;
+    const int length = WideCharToMultiByte(CP_ACP, 0, resource, units, nullptr, 0, nullptr, nullptr);
+    if (length <= 0) return text;
+    WideCharToMultiByte(CP_ACP, 0, resource, units, text.GetBufferSetLength(length), length, nullptr, nullptr);
+    return text;
+}
+
+// What an exported function does, inside the module's context and with its exceptions kept in: when there is no
+// memory the result is an empty string (0 for a number).
+template <typename Work>
+auto exported(Work work) noexcept -> decltype(work())
+{
+    const ModuleContext context;
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+}  // namespace
+
+MessageBoxSystem& messageBoxSystem() noexcept
+{
+    static MessageBoxSystem system = {MessageBoxIndirectA, IsValidLocale};
+    return system;
+}
+
+CString sKeyConcat(CString a, CString b)
+{
+    return exported([&] { return keyOf(a, b); });
+}
+
+CString sKeyConcat(CString a, CString b, CString c)
+{
+    return exported([&] { return keyOf(a, b, c); });
+}
+
+CString sKeyConcat(CString a, CString b, CString c, CString d)
+{
+    return exported([&] { return keyOf(a, b, c, d); });
+}
+
+CString sKeyConcat(CString a, CString b, CString c, CString d, CString e)
+{
+    return exported([&] { return keyOf(a, b, c, d, e); });
+}
+
+CString sFirstFromSeperatedListOneOf(CString* list, CString separators)
+{
+    return exported([&] { return list ? takeFirst(*list, separators) : CString(); });
+}
+
+CString sFirstFromSeperatedListOneOf(CString list, CString separators)
+{
+    return exported([&] { return takeFirst(list, separators); });
+}
+
+CString sLoadResString(unsigned int id)
+{
+    return exported([&] { return resourceText(id); });
+}
+
+int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId)
+{
+    return exported([&] { return showBox(parent, text, title, style, helpId, 'x'); });
+}
+
+int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId, char cLangExt)
+{
+    return exported([&] { return showBox(parent, text, title, style, helpId, cLangExt); });
 }
 
 void KxRegGetBuffer(CString&, char*&, unsigned long&) {}
@@ -152,5 +197,4 @@ void KxRegGetBuffer(CString&, char*&, unsigned long&) {}
 // The same body under the second name.
 #pragma GCC diagnostic ignored "-Wattribute-alias"
 #pragma GCC diagnostic ignored "-Wmissing-attributes"
-void KxRegReleaseBuffer(CString&, char*&, unsigned long)
-    __attribute__((alias("_Z14KxRegGetBufferR7CStringRPcRm")));
+void KxRegReleaseBuffer(CString&, char*&, unsigned long) __attribute__((alias("_Z14KxRegGetBufferR7CStringRPcRm")));

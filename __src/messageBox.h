@@ -1,8 +1,12 @@
-// The call that shows a message box; tests replace it.
+// What a message box asks of the system; tests replace it.
 #pragma once
 
 #include <windows.h>
 
-using MessageBoxCall = int(WINAPI*)(const MSGBOXPARAMSA*);
+struct MessageBoxSystem
+{
+    int(WINAPI* show)(const MSGBOXPARAMSA*);
+    BOOL(WINAPI* isValidLocale)(LCID, DWORD);
+};
 
-MessageBoxCall& messageBoxCall() noexcept;
+MessageBoxSystem& messageBoxSystem() noexcept;

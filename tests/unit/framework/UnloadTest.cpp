@@ -1,14 +1,13 @@
 // Loading and unloading a library of this framework: what runs when, and what is left behind.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include "handleCount.h"
+#include "handle_count.h"
 #include "probe/probe.h"
 
 namespace {
@@ -60,35 +59,35 @@ class Worker
 {
  public:
     Worker() : thread_([this] { run(); }) {}
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
     ~Worker()
     {
         perform(nullptr);
         thread_.join();
+        CloseHandle(given_);
+        CloseHandle(done_);
     }
     void perform(std::function<void()> work)
     {
         work_ = std::move(work);
-        state_ = given;
-        state_.notify_all();
-        state_.wait(given);
+        SignalObjectAndWait(given_, done_, INFINITE, FALSE);
     }
 
  private:
-    enum State { idle, given };
-
     void run()
     {
         for (bool more = true; more;) {
-            state_.wait(idle);
+            WaitForSingleObject(given_, INFINITE);
             more = static_cast<bool>(work_);
             if (more) work_();
-            state_ = idle;
-            state_.notify_all();
+            SetEvent(done_);
         }
     }
 
     std::function<void()> work_;
-    std::atomic<int> state_{idle};
+    HANDLE given_ = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    HANDLE done_ = CreateEventA(nullptr, FALSE, FALSE, nullptr);
     std::thread thread_;
 };
 
