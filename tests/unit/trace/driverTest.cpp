@@ -1,4 +1,6 @@
 // Output VXD: the driver is replaced, since no machine of ours has one; and the outputs that write nothing.
+#include <cerrno>
+
 #include "traceFixture.h"
 #include "trcState.h"
 
@@ -41,6 +43,8 @@ BOOL sendScripted(HANDLE device, DWORD code, void* in, DWORD inSize, void* out, 
 {
     const bool noOutput = !out && outSize == 0 && returned && !overlapped;
     sent.push_back({device, code, {static_cast<const char*>(in), inSize}, noOutput});
+    errno = 5;
+    SetLastError(5);
     return FALSE;
 }
 
@@ -88,6 +92,20 @@ TEST_F(Driver, ErrorLine_isSent)
     TrcError("something");
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(sent[0].bytes, std::string("E something\0", 12));
+}
+
+TEST_F(Driver, FailsToTakeALine_errnoAndLastErrorAreKept)
+{
+    start();
+    errno = 77;
+    SetLastError(4711);
+    line("one");
+    EXPECT_EQ(errno, 77);
+    EXPECT_EQ(GetLastError(), 4711u);
+    TrcError("something");
+    EXPECT_EQ(errno, 77);
+    EXPECT_EQ(GetLastError(), 4711u);
+    EXPECT_EQ(sent.size(), 2u);
 }
 
 TEST_F(Driver, ReadAgain_isNotOpenedTwice)

@@ -243,6 +243,16 @@ TEST_F(Engine, StopWithoutALine_closesNothing)
     EXPECT_EQ(script->closes, 0);
 }
 
+TEST_F(Engine, Stop_unloadsTheLibrary)
+{
+    commonFolder = programFolder() + "\\complete";
+    start();
+    line("one");
+    EXPECT_NE(GetModuleHandleA("KxTraceEngineX.dll"), nullptr);
+    TrcStop();
+    EXPECT_EQ(GetModuleHandleA("KxTraceEngineX.dll"), nullptr);
+}
+
 TEST_F(Engine, ManyStartsAndStops_noHandleIsLeft)
 {
     use("complete");
@@ -251,9 +261,11 @@ TEST_F(Engine, ManyStartsAndStops_noHandleIsLeft)
         line("one");
         TrcStop();
     };
-    for (int i = 0; i < 3; ++i) cycle();
+    for (int i = 0; i < 3; ++i)
+        cycle();
     const std::size_t handles = openHandles();
-    for (int i = 0; i < 100; ++i) cycle();
+    for (int i = 0; i < 100; ++i)
+        cycle();
     EXPECT_LE(openHandles(), handles);
     EXPECT_EQ(script->opens, 103);
     EXPECT_EQ(script->closes, 103);

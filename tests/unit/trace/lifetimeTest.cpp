@@ -33,10 +33,11 @@ TEST_F(Lifetime, Stopped_everyCallIsHarmlessAndOpensNothing)
     TrcWrite("F", TRC_DETAIL, "CFP", 0, 0, "f", 1, "write");
     TrcError("error");
     TrcUnlock();
-    TrcStop();
     EXPECT_EQ(openHandles(), handles);
     EXPECT_EQ(trc::traceMutex(), nullptr);
     EXPECT_FALSE(exists(tracePath(1)));
+    TrcStop();
+    EXPECT_EQ(openHandles(), handles);
 }
 
 TEST_F(Lifetime, StopWithoutStart_isHarmless)
@@ -69,6 +70,9 @@ TEST_F(Lifetime, StopWhileAnotherThreadHoldsTheLock_waitsForItsLine)
 {
     configure("SM");
     start();
+    const HANDLE section = OpenFileMappingA(FILE_MAP_READ, FALSE, "Global\\KXSDD_Trace");
+    const auto ring = static_cast<const std::uint32_t*>(MapViewOfFile(section, FILE_MAP_READ, 0, 0, 0));
+    ASSERT_NE(ring, nullptr);
     SharedEvent ready("ready");
     SharedEvent release("release");
     std::thread writer([&] {
@@ -82,7 +86,10 @@ TEST_F(Lifetime, StopWhileAnotherThreadHoldsTheLock_waitsForItsLine)
     release.set();
     TrcStop();
     writer.join();
-    EXPECT_FALSE(TrcEnabled(0xFFFFFFFF));
+    EXPECT_EQ(ring[0], std::string("F one \r\n").size()) << "write position";
+    EXPECT_EQ(ring[4], 0u) << "users";
+    UnmapViewOfFile(ring);
+    CloseHandle(section);
 }
 
 class Cycles : public Trace, public testing::WithParamInterface<const char*>
