@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <fstream>
+#include <iterator>
 
 #include "catalogueText.h"
 
@@ -39,6 +40,21 @@ TEST_F(CatalogueFile, Good_isLoaded)
 {
     write(CatalogueText{}.text());
     EXPECT_TRUE(catalogue::load(path_));
+}
+
+TEST_F(CatalogueFile, ExampleOfTheManual_isGood)
+{
+    std::ifstream stream(KXOVA_CATALOGUE_MANUAL, std::ios::binary);
+    const std::string manual{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    const std::string fence = "```json\n";
+    const std::size_t begin = manual.find(fence);
+    ASSERT_NE(begin, std::string::npos);
+    const std::size_t from = begin + fence.size();
+    write(manual.substr(from, manual.find("```", from) - from));
+    const LoadResult result = catalogue::load(path_);
+    EXPECT_THAT(sentences(result), IsEmpty());
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result.catalogue->boards.size(), 2u);
 }
 
 TEST_F(CatalogueFile, Missing_isNamed)
@@ -202,6 +218,15 @@ TEST(CatalogueFileText, UnknownKeyLikeNothing_isNotSuggested)
     CatalogueText text;
     text.more = ", @@\"zzz\": []";
     expectError(text, L"\"zzz\" is no key of a catalogue.");
+}
+
+TEST(CatalogueFileText, TextWithQuotesAndBackslashes_isFoundAtItsBeginning)
+{
+    CatalogueText text;
+    text.devices = R"({"A": {"protocol": "MPI", "board": @@"x\"y\\"}})";
+    expectError(text, L"There is no board \"x\"y\\\".");
+    text.devices = R"({"A": {"protocol": "MPI", "board": "*TVRA001", @@"x\\\"\"y": 1}})";
+    expectError(text, L"\"x\\\"\"y\" is no key of a default logical device.");
 }
 
 TEST(CatalogueFileText, Comment_isAllowedWhereKeysAreFixed)
