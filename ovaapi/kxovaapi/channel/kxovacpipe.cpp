@@ -11,8 +11,7 @@
 namespace {
 
 constexpr char pipeMutexName[] = "Global\\KXRTS_OVAAPI_64_WOW_MUTEX";
-constexpr DWORD pipeLockTimeout = 20000;     // milliseconds
-constexpr DWORD serverStartTimeout = 20000;  // milliseconds
+constexpr DWORD pipeLockTimeout = 20000;  // milliseconds
 
 SECURITY_ATTRIBUTES* s_attributes = nullptr;
 Kxovapipe* s_client = nullptr;
@@ -53,8 +52,10 @@ class Kxovapipe::LockGuard
     Kxovapipe& pipe_;
 };
 
-Kxovapipe::Kxovapipe(SECURITY_ATTRIBUTES* attributes) noexcept
-    : attributes_(attributes), mutex_(CreateMutexExA(attributes, pipeMutexName, 0, SYNCHRONIZE))
+Kxovapipe::Kxovapipe(SECURITY_ATTRIBUTES* attributes, DWORD startTimeout) noexcept
+    : attributes_(attributes),
+      startTimeout_(startTimeout),
+      mutex_(CreateMutexExA(attributes, pipeMutexName, 0, SYNCHRONIZE))
 {
     if (!mutex_) {
         const DWORD error = GetLastError();
@@ -108,7 +109,7 @@ bool Kxovapipe::Connect() noexcept
         connection_->startEvent.reset();
         return true;
     }
-    WaitForSingleObject(connection_->startEvent.get(), serverStartTimeout);
+    WaitForSingleObject(connection_->startEvent.get(), startTimeout_);
     const std::uint32_t status = connection_->open(attributes_);
     connection_->startEvent.reset();
     if (status != ERROR_SUCCESS) {

@@ -13,10 +13,13 @@
 #include "buffers/sendData.h"
 #include "channel/handles.h"
 
+inline constexpr DWORD serverStartTimeout = 20000;  // milliseconds
+
 class Kxovapipe
 {
  public:
-    explicit Kxovapipe(SECURITY_ATTRIBUTES* attributes) noexcept;
+    // startTimeout: how long a request waits for a server that is starting.
+    explicit Kxovapipe(SECURITY_ATTRIBUTES* attributes, DWORD startTimeout = serverStartTimeout) noexcept;
     ~Kxovapipe();
     Kxovapipe(const Kxovapipe&) = delete;
     Kxovapipe& operator=(const Kxovapipe&) = delete;
@@ -51,6 +54,7 @@ class Kxovapipe
     std::uint32_t Read() noexcept;
 
     SECURITY_ATTRIBUTES* attributes_;
+    DWORD startTimeout_;
     unique_handle mutex_;
     std::mutex exchange_;
     std::unique_ptr<Connection> connection_;

@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "channel/kxovacpipe.h"
 #include "channel/kxOvascp.h"
 #include "kxova/retired.h"
 
@@ -75,6 +76,12 @@ void Reply::exchange(const sendData& request) noexcept
     if (status == ERROR_SUCCESS) return;
     end(static_cast<long>(status));
     site_.trace(TRC_RESULT, site_.exchangeFailure, status);
+}
+
+void Reply::exchangeOverPipe(const sendData& request) noexcept
+{
+    Kxovapipe* const client = GetPipeClient();
+    endIfFailed(client ? client->Exchange(request, data_) : std::uint32_t{ERROR_PIPE_NOT_CONNECTED});
 }
 
 bool Reply::kindIsResult() noexcept

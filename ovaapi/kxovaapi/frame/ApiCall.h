@@ -135,6 +135,7 @@ class Reply
     Reply& expectResult(long otherKind) noexcept;
     void endIfFailed(std::uint32_t status) noexcept;
     void exchange(const sendData& request) noexcept;
+    void exchangeOverPipe(const sendData& request) noexcept;
 
     const CallSite& site_;
     receivedData data_;
@@ -164,6 +165,17 @@ class ApiCall
         sendData request;
         reply.endIfFailed(buildRequest(request, code, fields...));
         if (!reply.ended()) reply.exchange(request);
+        return reply;
+    }
+
+    // The same over the server pipe, whose failures are passed on as they are.
+    template <typename... Fields>
+    Reply requestOverPipe(opcode::Code code, const Fields&... fields) noexcept
+    {
+        Reply reply(site_);
+        sendData request;
+        reply.endIfFailed(buildRequest(request, code, fields...));
+        if (!reply.ended()) reply.exchangeOverPipe(request);
         return reply;
     }
 
