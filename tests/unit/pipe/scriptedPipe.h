@@ -1,0 +1,55 @@
+// The configuration server's registry pipe, served by the test process from a script. It serves several clients at
+// once and remembers what they sent. One per machine.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+class ScriptedPipe
+{
+ public:
+    using Bytes = std::vector<std::uint8_t>;
+
+    // From the constructor's return until the destructor, clients find the pipe; its end breaks their connections.
+    ScriptedPipe();
+    ~ScriptedPipe();
+    ScriptedPipe(const ScriptedPipe&) = delete;
+    ScriptedPipe& operator=(const ScriptedPipe&) = delete;
+
+    // Each scripted step serves one request, in order; a request without one gets the default answer, at first an
+    // ordinary reply with result 0.
+    void answer(const Bytes& reply);
+    void hangUp();  // the connection is closed without a reply
+    void answerAll(std::function<Bytes(const Bytes& request)> responder);
+
+    std::vector<Bytes> requests() const;
+    int connections() const { return connections_; }
+    int mostAtOnce() const { return mostAtOnce_; }  // requests that were under way at the same time
+
+ private:
+    static constexpr int instances = 4;
+
+    void serve(HANDLE pipe);
+    bool serveRequest(HANDLE pipe, HANDLE event);
+    std::optional<Bytes> nextReply(const Bytes& request);
+    bool finished(HANDLE pipe, BOOL started, OVERLAPPED& operation, DWORD& count);
+
+    HANDLE stop_;
+    std::vector<HANDLE> pipes_;
+    std::vector<std::thread> threads_;
+    mutable std::mutex mutex_;
+    std::deque<std::optional<Bytes>> script_;
+    std::function<Bytes(const Bytes&)> responder_;
+    std::vector<Bytes> requests_;
+    std::atomic<int> connections_ = 0;
+    std::atomic<int> atOnce_ = 0;
+    std::atomic<int> mostAtOnce_ = 0;
+};
