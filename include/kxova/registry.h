@@ -9,11 +9,11 @@
  *              in any case. The object's name is the text behind the path's last backslash.
  *   KxBReg…    handle functions: the registry itself, below an open key, in the calling process and without mapping.
  *
- * Results of the path functions: 87 for a NULL argument; 233 without a server that starts up, 6 without any; another
- * Windows error when the transfer fails; 111 for a request beyond 8192 bytes or a reply that ends too soon; 8621 for
- * a reply of an unexpected kind; else the server's result. A text that does not fit the buffer with its terminator
- * gives 234 and stores the room it needs. A call waits at most 20 s for a server that is starting, and at most 20 s
- * for the calls of other processes.
+ * Results of the path functions: 87 for a NULL argument; 6 without a server; 233 when a server is starting and cannot
+ * be reached in time; another Windows error when the transfer fails; 111 for a request beyond 8192 bytes or a reply
+ * that ends too soon; 8621 for a reply of an unexpected kind; else the server's result. A text that does not fit the
+ * buffer with its terminator gives 234 and stores the room it needs. A call waits at most 20 s for a server that is
+ * starting, and at most 20 s for the calls of other processes.
  */
 #ifndef KXOVA_REGISTRY_H
 #define KXOVA_REGISTRY_H

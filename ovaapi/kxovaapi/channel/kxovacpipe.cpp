@@ -169,7 +169,7 @@ std::uint32_t Kxovapipe::Write() noexcept
     const std::unique_ptr<Connection> old = std::move(connection_);
     if (old->pipe) DisconnectNamedPipe(old->pipe.get());
     old->pipe.reset();
-    if (!Connect()) return GetLastError();
+    if (!Connect()) return ERROR_PIPE_NOT_CONNECTED;
     if (connection_->pipe) {
         std::memcpy(connection_->writeBuffer, old->writeBuffer, old->writeLength);
         connection_->writeLength = old->writeLength;

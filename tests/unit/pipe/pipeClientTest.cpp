@@ -1,11 +1,15 @@
 // The pipe client and a server that is there, restarts, hangs up or serves many.
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <numeric>
 #include <string>
 
 #include "handle_count.h"
+#include "Kxotrc.h"
 #include "pipeFixture.h"
+#include "traceCapture.h"
 
 namespace {
 
@@ -177,12 +181,33 @@ TEST(PipeClient, TwoProcessesAtOnce_eachGetsItsOwnRepliesAndRequestsNeverMeet)
     EXPECT_EQ(server.mostAtOnce(), 1) << "the machine-wide mutex keeps the processes apart";
 }
 
-TEST(PipeClient, NameOfTheMutexTakenByAnotherKindOfObject_worksWithoutAMutex)
+TEST(PipeClient, NameOfTheMutexTakenByAnotherKindOfObject_worksWithoutAMutexAndTracesWhy)
 {
     const Owned other(CreateEventA(nullptr, FALSE, FALSE, pipeMutexName));
     ScriptedPipe server;
-    Kxovapipe client(nullptr);
-    EXPECT_EQ(exchange(client), 0u);
+    TrcStart(nullptr);
+    {
+        const TraceCapture capture("0x40");
+        Kxovapipe client(nullptr);
+        EXPECT_EQ(exchange(client), 0u);
+        EXPECT_THAT(
+            capture.lines(),
+            testing::ElementsAre(TraceLine{
+                "FM", "Kxovapipe:", "*******ERROR on CreateMutex()!!! KXOVAAPI64_MUTEX_GLOB ******* 6", "OVA"}));
+    }
+    TrcStop();
+}
+
+TEST(PipeClient, LockHeldByAnotherProcess_theRequestWaitsForIt)
+{
+    ScriptedPipe server;
+    server.answerAll([](const Bytes& request) { return request; });
+    const Owned mutex(CreateMutexA(nullptr, TRUE, pipeMutexName));
+    const PROCESS_INFORMATION other = startClient(1, 1);
+    EXPECT_EQ(WaitForSingleObject(other.hProcess, 500), DWORD{WAIT_TIMEOUT});
+    EXPECT_TRUE(server.requests().empty());
+    ReleaseMutex(mutex);
+    EXPECT_EQ(endOf(other), 0u);
 }
 
 TEST(PipeClient, ThousandClients_leaveNoHandle)

@@ -120,6 +120,17 @@ TEST_F(PipeServerAbsent, GoneBetweenTwoRequests_isAnErrorAndTheThirdFindsTheNewO
     EXPECT_EQ(exchange(client), 0u);
 }
 
+TEST_F(PipeServerAbsent, GoneAndStartingAgainButNotInTime_is233)
+{
+    Kxovapipe client(nullptr, 0);
+    {
+        ScriptedPipe first;
+        EXPECT_EQ(exchange(client), 0u);
+    }
+    announceServer();
+    EXPECT_EQ(exchange(client), DWORD{ERROR_PIPE_NOT_CONNECTED});
+}
+
 TEST_F(PipeServerAbsent, ThousandClients_leaveNoHandle)
 {
     const auto use = [] {
