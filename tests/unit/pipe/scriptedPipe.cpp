@@ -93,13 +93,31 @@ void ScriptedPipe::serve(HANDLE pipe)
         operation.hEvent = event.handle;
         DWORD count = 0;
         const BOOL started = ConnectNamedPipe(pipe, &operation);
-        if (finished(pipe, started, operation, count)) {
+        const DWORD error = GetLastError();
+        changeFree(1);
+        SetLastError(error);
+        const bool connected = finished(pipe, started, operation, count);
+        changeFree(-1);
+        if (connected) {
             ++connections_;
             while (serveRequest(pipe, event.handle)) {
             }
         }
         DisconnectNamedPipe(pipe);
     }
+}
+
+void ScriptedPipe::changeFree(int by)
+{
+    const std::lock_guard guard(mutex_);
+    free_ += by;
+    freeChanged_.notify_all();
+}
+
+void ScriptedPipe::awaitFreeInstance()
+{
+    std::unique_lock guard(mutex_);
+    freeChanged_.wait(guard, [this] { return free_ > 0; });
 }
 
 bool ScriptedPipe::serveRequest(HANDLE pipe, HANDLE event)

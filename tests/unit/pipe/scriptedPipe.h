@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -30,6 +31,9 @@ class ScriptedPipe
     void hangUp();  // the connection is closed without a reply
     void answerAll(std::function<Bytes(const Bytes& request)> responder);
 
+    // Waits until the next client finds a free instance: one that comes right behind another may be too early.
+    void awaitFreeInstance();
+
     std::vector<Bytes> requests() const;
     int connections() const { return connections_; }
     int mostAtOnce() const { return mostAtOnce_; }  // requests that were under way at the same time
@@ -38,6 +42,7 @@ class ScriptedPipe
     static constexpr int instances = 4;
 
     void serve(HANDLE pipe);
+    void changeFree(int by);
     bool serveRequest(HANDLE pipe, HANDLE event);
     std::optional<Bytes> nextReply(const Bytes& request);
     bool finished(HANDLE pipe, BOOL started, OVERLAPPED& operation, DWORD& count);
@@ -49,6 +54,8 @@ class ScriptedPipe
     std::deque<std::optional<Bytes>> script_;
     std::function<Bytes(const Bytes&)> responder_;
     std::vector<Bytes> requests_;
+    std::condition_variable freeChanged_;
+    int free_ = 0;
     std::atomic<int> connections_ = 0;
     std::atomic<int> atOnce_ = 0;
     std::atomic<int> mostAtOnce_ = 0;

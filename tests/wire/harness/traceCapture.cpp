@@ -47,13 +47,16 @@ TraceLine parse(const std::string& raw)
     constexpr std::size_t levelColumn = 11;
     constexpr std::size_t moduleColumn = 14;
     constexpr std::size_t functionColumn = 27;
+    constexpr std::size_t functionWidth = 34;
 
     TraceLine line;
     line.level = raw.substr(levelColumn, 2);
     line.module = raw.substr(moduleColumn, 3);
     const std::string rest = raw.substr(functionColumn);
     line.function = rest.substr(0, rest.find(' '));
-    const bool blankAtItsEnd = line.function.back() == ':' || line.function == "ReadString()";
+    // A name of the field's whole width has lost its blank.
+    const bool blankAtItsEnd = line.function.size() < functionWidth &&
+                               (line.function.back() == ':' || line.function == "ReadString()");
     line.text = rest.substr(std::min(rest.size(), line.function.size() + (blankAtItsEnd ? 2 : 1)));
     if (!line.text.empty() && line.text.back() == '\n') line.text.pop_back();
     return line;
