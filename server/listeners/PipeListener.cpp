@@ -14,7 +14,8 @@ namespace srv {
 struct PipeListener::Shared
 {
     Handle stop{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};  // set while nobody is connected
+    Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};   // set while nobody is connected
+    Handle oneLeft{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // set when a client has gone
     Lock lock;
     std::size_t connected = 0;
 
@@ -27,6 +28,7 @@ struct PipeListener::Shared
     {
         const std::lock_guard guard(lock);
         if (--connected == 0) SetEvent(noneLeft.get());
+        SetEvent(oneLeft.get());
     }
 };
 
@@ -63,28 +65,44 @@ struct PipeListener::Instance
 PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& log)
     : options_(std::move(options)), maker_(std::move(maker)), log_(log), shared_(std::make_shared<Shared>())
 {
-    options_.waiting = std::clamp(options_.waiting, 1u, static_cast<unsigned>(MAXIMUM_WAIT_OBJECTS - 1));
+    options_.waiting = std::clamp(options_.waiting, 1u, static_cast<unsigned>(MAXIMUM_WAIT_OBJECTS - 2));
 }
 
 DWORD PipeListener::start()
 {
+    if (const DWORD error = takeName()) return error;
     std::vector<std::unique_ptr<Instance>> waiting;
     for (unsigned i = 0; i < options_.waiting; ++i)
-        if (const DWORD error = addInstance(waiting, i == 0)) return error;
+        if (const DWORD error = addInstance(waiting)) return error;
     auto handedOver = std::make_shared<std::vector<std::unique_ptr<Instance>>>(std::move(waiting));
     return acceptor_.start([this, handedOver] { accept(std::move(*handedOver)); }) ? ERROR_SUCCESS
                                                                                    : ERROR_NOT_ENOUGH_MEMORY;
 }
 
-DWORD PipeListener::addInstance(std::vector<std::unique_ptr<Instance>>& waiting, bool first)
+Handle PipeListener::makeInstance(DWORD flags)
 {
     // Room for one message each way, so that a reply never waits for its client.
     constexpr DWORD bufferSize = ::wire::replyFrameCapacity;
+    return Handle(CreateNamedPipeW(options_.name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED | flags,
+                                   PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_REJECT_REMOTE_CLIENTS,
+                                   PIPE_UNLIMITED_INSTANCES, bufferSize, bufferSize, 0, security_.attributes()));
+}
+
+// An instance whose client is this server itself. It keeps the name in being while there is no other instance:
+// clients then find a pipe that is busy, not one that is missing. And as the first instance it shows that the name is
+// ours.
+DWORD PipeListener::takeName()
+{
+    placeholder_ = makeInstance(FILE_FLAG_FIRST_PIPE_INSTANCE);
+    if (!placeholder_) return GetLastError();
+    placeholderClient_.reset(CreateFileW(options_.name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    return placeholderClient_ ? ERROR_SUCCESS : GetLastError();
+}
+
+DWORD PipeListener::addInstance(std::vector<std::unique_ptr<Instance>>& waiting)
+{
     auto instance = std::make_unique<Instance>();
-    const DWORD flags = PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED | (first ? FILE_FLAG_FIRST_PIPE_INSTANCE : 0);
-    instance->pipe.reset(CreateNamedPipeW(
-        options_.name.c_str(), flags, PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_REJECT_REMOTE_CLIENTS,
-        PIPE_UNLIMITED_INSTANCES, bufferSize, bufferSize, 0, security_.attributes()));
+    instance->pipe = makeInstance(0);
     if (!instance->pipe) return GetLastError();
     if (const DWORD error = instance->listen()) return error;
     waiting.push_back(std::move(instance));
@@ -105,31 +123,31 @@ void PipeListener::accept(std::vector<std::unique_ptr<Instance>> waiting) noexce
 // Waits for one client and hands it over; false when the listener is to stop.
 bool PipeListener::acceptOne(std::vector<std::unique_ptr<Instance>>& waiting)
 {
-    // Instances are missing when the system refused one, or when there are as many clients as there may be.
-    constexpr DWORD retryAfter = 100;
-    HANDLE ends[MAXIMUM_WAIT_OBJECTS] = {shared_->stop.get()};
-    DWORD count = 1;
+    constexpr DWORD retryAfter = 1'000;  // when the system refused an instance
+    HANDLE ends[MAXIMUM_WAIT_OBJECTS] = {shared_->stop.get(), shared_->oneLeft.get()};
+    DWORD count = 2;
     for (const auto& instance : waiting)
         ends[count++] = instance->connected.get();
-    const DWORD ended =
-        WaitForMultipleObjects(count, ends, FALSE, waiting.size() < options_.waiting ? retryAfter : INFINITE);
+    const DWORD ended = WaitForMultipleObjects(count, ends, FALSE, complained_ ? retryAfter : INFINITE);
     if (ended == WAIT_OBJECT_0 || ended == WAIT_FAILED) return false;
     Handle pipe;
-    if (ended != WAIT_TIMEOUT) {
-        const auto at = waiting.begin() + (ended - WAIT_OBJECT_0 - 1);
+    if (ended >= WAIT_OBJECT_0 + 2 && ended < WAIT_OBJECT_0 + count) {
+        const auto at = waiting.begin() + (ended - WAIT_OBJECT_0 - 2);
         pipe = std::move((*at)->pipe);
         waiting.erase(at);
     }
     // The successor first, so that the next client finds the door open.
-    replenish(waiting);
+    replenish(waiting, pipe ? 1 : 0);
     if (pipe) serve(std::move(pipe));
     return true;
 }
 
-void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting)
+// `arriving` are let in already but not counted among the connections yet.
+void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting, std::size_t arriving)
 {
-    while (waiting.size() < options_.waiting && connections() + waiting.size() < options_.mostConnections) {
-        const DWORD error = addInstance(waiting, false);
+    while (waiting.size() < options_.waiting &&
+           connections() + arriving + waiting.size() < options_.mostConnections) {
+        const DWORD error = addInstance(waiting);
         if (error != ERROR_SUCCESS && !complained_) {
             log_.error("%s: no further instance: %s", utf8(options_.name).c_str(), systemMessage(error).c_str());
         }
@@ -163,6 +181,8 @@ bool PipeListener::stop(DWORD milliseconds) noexcept
     SetEvent(shared_->stop.get());
     const DWORD started = GetTickCount();
     if (!acceptor_.join(milliseconds)) return false;
+    placeholderClient_.reset();
+    placeholder_.reset();
     const DWORD spent = GetTickCount() - started;
     return WaitForSingleObject(shared_->noneLeft.get(), milliseconds > spent ? milliseconds - spent : 0) ==
            WAIT_OBJECT_0;

@@ -20,7 +20,7 @@ struct PipeOptions
 
     // Instances that wait for clients at any time. A client that finds none of them free is told that the pipe is
     // busy, and not all clients try again.
-    unsigned waiting = 4;  // 1 to 63
+    unsigned waiting = 4;  // 1 to 62
 
     // More clients than that are not let in until one goes: a bound for the server's memory.
     unsigned mostConnections = 2000;
@@ -54,10 +54,12 @@ class PipeListener
     struct Shared;
     struct Instance;
 
-    DWORD addInstance(std::vector<std::unique_ptr<Instance>>& waiting, bool first);
+    Handle makeInstance(DWORD flags);
+    DWORD takeName();
+    DWORD addInstance(std::vector<std::unique_ptr<Instance>>& waiting);
     void accept(std::vector<std::unique_ptr<Instance>> waiting) noexcept;
     bool acceptOne(std::vector<std::unique_ptr<Instance>>& waiting);
-    void replenish(std::vector<std::unique_ptr<Instance>>& waiting);
+    void replenish(std::vector<std::unique_ptr<Instance>>& waiting, std::size_t arriving);
     void serve(Handle pipe);
 
     PipeOptions options_;
@@ -65,6 +67,8 @@ class PipeListener
     Log& log_;
     Security security_{sddl::localClients};
     std::shared_ptr<Shared> shared_;
+    Handle placeholder_;
+    Handle placeholderClient_;
     Thread acceptor_;
     std::uint64_t nextId_ = 1;
     bool complained_ = false;

@@ -44,13 +44,13 @@ void Log::add(std::unique_ptr<LogSink> sink)
 
 void Log::write(Level level, const char* format, va_list arguments) noexcept
 {
-    char line[longestLine + 2];
+    char line[longestLine + 2];  // one byte more than a line has, to see what a cut would separate
     SYSTEMTIME now;
     GetLocalTime(&now);
     const int head = std::snprintf(line, longestLine, "%04d-%02d-%02d %02d:%02d:%02d.%03d %-7s [%lu] ", now.wYear,
                                    now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds,
                                    levelName(level).data(), GetCurrentThreadId());
-    const int text = std::vsnprintf(line + head, longestLine - static_cast<std::size_t>(head) + 1, format, arguments);
+    const int text = std::vsnprintf(line + head, sizeof line - static_cast<std::size_t>(head), format, arguments);
     std::size_t length = static_cast<std::size_t>(head + std::max(text, 0));
     if (length > longestLine) length = wholeCharacters(line, longestLine);
     line[length++] = '\n';

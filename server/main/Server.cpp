@@ -23,6 +23,7 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       log_(log),
       registry_(places_.hive, places_.storeKey),
       store_(registry_, changes_, log_),
+      watcher_(places_.hive, places_.storeKey, store_, log_),
       dispatcher_({store_, *catalogue_, log_}, allOperations()),
       channel_(
           pipeOptions(places_.channelPipe, 4),
@@ -65,6 +66,7 @@ std::optional<StartFailure> Server::start()
                                              " cannot be opened: " + systemMessage(result) +
                                              ". Run the server as administrator or as a service."};
     }
+    if (!watcher_.start()) log_.warning("changes that others make in the registry are not noticed");
     for (auto* const listener : {&channel_, &pipe_}) {
         if (const DWORD error = listener->start()) {
             return StartFailure{
@@ -81,6 +83,7 @@ std::optional<StartFailure> Server::start()
 bool Server::stop(DWORD milliseconds) noexcept
 {
     const bool all = channel_.stop(milliseconds) && pipe_.stop(milliseconds);
+    watcher_.stop();
     startEvent_.reset();
     onlyInstance_.reset();
     return all;

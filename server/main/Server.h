@@ -13,6 +13,7 @@
 #include "notifications/Changes.h"
 #include "store/Registry.h"
 #include "store/Store.h"
+#include "store/Watcher.h"
 
 namespace srv {
 
@@ -63,6 +64,7 @@ class Server
     WindowsRegistry registry_;
     Changes changes_;
     Store store_;
+    Watcher watcher_;
     Dispatcher dispatcher_;
     PipeListener channel_;
     PipeListener pipe_;

@@ -5,14 +5,14 @@
 #include <shellapi.h>
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
-#include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "base/Owner.h"
 #include "base/Text.h"
-#include "catalogue/load.h"
 #include "main/console.h"
+#include "main/Service.h"
 
 namespace srv {
 
@@ -29,48 +29,92 @@ std::vector<std::string> arguments()
     return result;
 }
 
-std::filesystem::path fromArgument(const std::string& text)
+// The options as they are typed.
+struct Typed
 {
-    return fromUtf8(text);
+    std::string catalogue;
+    std::string logFile;
+    std::string level = "info";
+    std::string checked;
+    bool quiet = false;
+
+    RunOptions options() const
+    {
+        RunOptions result;
+        result.catalogueFile = catalogue.empty() ? defaultCatalogue() : absolute(catalogue);
+        if (!logFile.empty()) result.logFile = absolute(logFile);
+        result.level = levelFromName(level).value_or(Level::Info);
+        result.quiet = quiet;
+        return result;
+    }
+
+    // The service runs in another folder than the one in which it is installed.
+    static std::filesystem::path absolute(const std::string& file)
+    {
+        std::error_code ignored;
+        const std::filesystem::path path = fromUtf8(file);
+        const std::filesystem::path full = std::filesystem::absolute(path, ignored);
+        return ignored ? path : full;
+    }
+};
+
+void addCatalogue(CLI::App* command, Typed& typed)
+{
+    command
+        ->add_option("--catalogue", typed.catalogue, "The catalogue; without it catalogue.json beside the program.")
+        ->type_name("FILE");
+    command->add_option("--log-level", typed.level, "error, warning, info, or debug, which names every request.")
+        ->check(CLI::IsMember({"error", "warning", "info", "debug"}, CLI::ignore_case))
+        ->type_name("LEVEL");
 }
 
 }  // namespace
 
 int runCommandLine()
 {
+    Typed typed;
+    std::function<Exit()> chosen = [] { return Exit::Usage; };
     CLI::App app("Configuration server for industrial communication interfaces.", "kxovasrvx");
     app.set_version_flag("--version", "kxovasrvx " KXOVA_VERSION);
     app.require_subcommand(1);
     app.footer(
         "Exit statuses: 0 done, 1 failed, 2 wrong use, 3 already running, 4 not running, 5 not installed,\n"
-        "6 refused.");
+        "6 refused by the system.");
+    const auto add = [&](const char* name, const char* description, std::function<Exit()> action) {
+        CLI::App* const command = app.add_subcommand(name, description);
+        command->callback([&chosen, action = std::move(action)] { chosen = action; });
+        return command;
+    };
 
-    RunOptions run;
-    std::string catalogueFile;
-    std::string level = "info";
-    CLI::App* const runCommand = app.add_subcommand("run", "Serve until Ctrl-C.");
-    runCommand
-        ->add_option("--catalogue", catalogueFile, "The catalogue; without it catalogue.json beside the program.")
+    CLI::App* const run = add("run", "Serve until Ctrl-C.", [&] { return runOnConsole(typed.options()); });
+    addCatalogue(run, typed);
+    run->add_option("--log-file", typed.logFile, "Log to this file too.")->type_name("FILE");
+    run->add_flag("--quiet", typed.quiet, "Do not log to the console; only the line that it is ready is printed.");
+
+    addCatalogue(add("install", "Register the service, to start with the system.",
+                     [&] { return installService(typed.options()); }),
+                 typed);
+    add("uninstall", "Stop the service and remove it.", uninstallService);
+    add("start", "Start the service.", startService);
+    add("stop", "Stop the service.", stopService);
+    add("status", "Say whether the service and a server run.", printStatus);
+    add("check-catalogue", "Say what is wrong with a catalogue.",
+        [&] { return checkCatalogue(Typed::absolute(typed.checked)); })
+        ->add_option("file", typed.checked, "The catalogue.")
+        ->required()
         ->type_name("FILE");
-    runCommand->add_option("--log-level", level, "error, warning, info or debug (which names every request).")
-        ->check(CLI::IsMember({"error", "warning", "info", "debug"}, CLI::ignore_case));
-    runCommand->add_flag("--quiet", run.quiet, "Log nothing; only the line that says that it serves is printed.");
 
-    std::string checked;
-    CLI::App* const checkCommand = app.add_subcommand("check-catalogue", "Say what is wrong with a catalogue.");
-    checkCommand->add_option("file", checked, "The catalogue.")->required()->type_name("FILE");
+    CLI::App* const service =
+        add("service", "For the service control manager.", [&] { return runAsService(typed.options()); });
+    service->group("");
+    addCatalogue(service, typed);
 
     try {
         app.parse(arguments());
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? static_cast<int>(Exit::Done) : static_cast<int>(Exit::Usage);
+        return static_cast<int>(app.exit(error) == 0 ? Exit::Done : Exit::Usage);
     }
-
-    run.catalogueFile = catalogueFile.empty() ? defaultCatalogue() : fromArgument(catalogueFile);
-    run.level = levelFromName(level).value_or(Level::Info);
-    if (runCommand->parsed()) return static_cast<int>(runOnConsole(run));
-    if (checkCommand->parsed()) return static_cast<int>(checkCatalogue(fromArgument(checked)));
-    return static_cast<int>(Exit::Usage);
+    return static_cast<int>(chosen());
 }
 
 }  // namespace srv

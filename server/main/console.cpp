@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "base/Text.h"
-#include "catalogue/load.h"
 #include "main/Server.h"
 
 namespace srv {
@@ -24,37 +23,38 @@ BOOL WINAPI onControl(DWORD event)
     return TRUE;
 }
 
-void complain(const std::string& text)
+void print(const std::vector<std::string>& errors)
 {
-    std::fprintf(stderr, "kxovasrvx: %s\n", text.c_str());
+    for (const std::string& error : errors)
+        std::fprintf(stderr, "%s\n", error.c_str());
 }
 
-void printErrors(const catalogue::LoadResult& loaded)
+Exit serve(std::shared_ptr<const catalogue::Catalogue> catalogue, Log& log)
 {
-    for (const catalogue::LoadError& error : loaded.errors)
-        std::fprintf(stderr, "%s\n", utf8(error.text()).c_str());
-    if (loaded.omitted > 0) std::fprintf(stderr, "... and %zu more\n", loaded.omitted);
+    Server server({}, std::move(catalogue), log);
+    if (const auto failure = server.start()) {
+        complain(failure->text);
+        return failure->kind == StartFailure::Kind::AlreadyRunning ? Exit::AlreadyRunning : Exit::Failed;
+    }
+    std::printf("kxovasrvx: ready (process %lu)\n", GetCurrentProcessId());
+    std::fflush(stdout);
+    WaitForSingleObject(stopRequested, INFINITE);
+    log.info("stopping");
+    if (!server.stop(stopWithin)) {
+        log.error("some connections do not end; the process ends without them");
+        TerminateProcess(GetCurrentProcess(), static_cast<UINT>(Exit::Failed));
+    }
+    log.info("stopped");
+    return Exit::Done;
 }
 
 }  // namespace
 
-std::filesystem::path defaultCatalogue()
-{
-    std::wstring program(32768, L'\0');
-    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-    return std::filesystem::path(program).replace_filename(L"catalogue.json");
-}
-
-std::shared_ptr<const catalogue::Catalogue> loadCatalogue(const std::filesystem::path& file)
-{
-    const catalogue::LoadResult loaded = catalogue::load(file);
-    printErrors(loaded);
-    return loaded.catalogue;
-}
-
 Exit checkCatalogue(const std::filesystem::path& file)
 {
-    const auto loaded = loadCatalogue(file);
+    std::vector<std::string> errors;
+    const auto loaded = loadCatalogue(file, errors);
+    print(errors);
     if (!loaded) return Exit::Failed;
     std::printf("%s: %zu boards, %zu protocols, %zu default logical devices\n", utf8(file.wstring()).c_str(),
                 loaded->boards.size(), loaded->protocols.size(), loaded->defaultLogicalDevices.size());
@@ -63,40 +63,26 @@ Exit checkCatalogue(const std::filesystem::path& file)
 
 Exit runOnConsole(const RunOptions& options)
 {
-    const auto catalogue = loadCatalogue(options.catalogueFile);
+    std::vector<std::string> errors;
+    const auto catalogue = loadCatalogue(options.catalogueFile, errors);
+    print(errors);
     if (!catalogue) {
         complain("The catalogue cannot be used. Mend it, or name another one with --catalogue.");
         return Exit::Failed;
     }
     Log log(options.level);
     if (!options.quiet) log.add(std::make_unique<ConsoleSink>());
+    if (!options.logFile.empty()) log.add(std::make_unique<FileSink>(options.logFile));
 
     const Handle request(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     const Handle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     stopRequested = request.get();
     stopped = done.get();
     SetConsoleCtrlHandler(onControl, TRUE);
-
-    bool clean = true;
-    {
-        Server server({}, catalogue, log);
-        if (const auto failure = server.start()) {
-            complain(failure->text);
-            return failure->kind == StartFailure::Kind::AlreadyRunning ? Exit::AlreadyRunning : Exit::Failed;
-        }
-        std::printf("kxovasrvx: ready (process %lu)\n", GetCurrentProcessId());
-        std::fflush(stdout);
-        WaitForSingleObject(stopRequested, INFINITE);
-        log.info("stopping");
-        clean = server.stop(stopWithin);
-        if (!clean) {
-            log.error("some connections do not end; the process ends without them");
-            TerminateProcess(GetCurrentProcess(), static_cast<UINT>(Exit::Failed));
-        }
-    }
-    log.info("stopped");
+    const Exit result = serve(catalogue, log);
     SetEvent(stopped);
-    return Exit::Done;
+    SetConsoleCtrlHandler(onControl, FALSE);
+    return result;
 }
 
 }  // namespace srv

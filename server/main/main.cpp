@@ -1,6 +1,14 @@
+#include <exception>
+
 #include "main/commands.h"
+#include "main/options.h"
 
 int main()
 {
-    return srv::runCommandLine();
+    try {
+        return srv::runCommandLine();
+    } catch (const std::exception& error) {
+        srv::complain(error.what());
+        return static_cast<int>(srv::Exit::Failed);
+    }
 }

@@ -76,6 +76,7 @@ Result Store::load(Family family)
 // was changed since.
 Result Store::settle()
 {
+    ++changesBegun_;
     if (!unsettled_) return result::ok;
     LSTATUS status = Journal::carryOut(registry_, *unsettled_);
     if (status == ERROR_SUCCESS) status = journal_.clear();
@@ -229,6 +230,7 @@ void Store::remember(std::vector<Step>& steps)
 
 Result Store::reload()
 {
+    const std::lock_guard guard(reloading_);
     const Result devices = reload(Family::Device);
     const Result names = reload(Family::Name);
     return devices != result::ok ? devices : names;
@@ -241,18 +243,44 @@ Result Store::reload(Family family)
     const LSTATUS status = registry_.subkeys(familyKey(family), keys);
     if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) return static_cast<Result>(status);
 
-    catalogue::Map<bool> names;
-    for (const Subkey& key : keys)
-        names.emplace(key.name, true);
+    // A key that was written this moment may be written again without its time changing.
+    constexpr std::uint64_t moment = 2 * 10'000'000;
+    FILETIME time;
+    GetSystemTimeAsFileTime(&time);
+    const std::uint64_t recent =
+        (static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime) - moment;
+
+    const catalogue::Map<Stamp> before = std::exchange(stamps_[static_cast<std::size_t>(family)], {});
+    catalogue::Map<Stamp>& now = stamps_[static_cast<std::size_t>(family)];
+    catalogue::Map<bool> there;
+    for (const Subkey& key : keys) {
+        there.emplace(key.name, true);
+        const Stamp written = stamp(family, key);
+        const Stamp* const known = catalogue::find(before, key.name);
+        if (!known || *known != written) reloadObject(family, key.name);
+        if (written.key < recent && written.ndi < recent) now.emplace(key.name, written);
+    }
+    std::vector<std::wstring> gone;
     {
         const std::shared_lock guard(reading_);
         const ObjectTable& table = configuration_.of(family);
         for (std::size_t i = 0; i < table.size(); ++i)
-            names.emplace(table[i].name, true);
+            if (!there.contains(table[i].name)) gone.push_back(table[i].name);
     }
-    for (const auto& [name, seen] : names)
+    for (const std::wstring& name : gone)
         reloadObject(family, name);
     return result::ok;
+}
+
+Store::Stamp Store::stamp(Family family, const Subkey& key) const
+{
+    Stamp result{key.written, 0};
+    std::vector<Subkey> below;
+    if (family == Family::Name || registry_.subkeys(objectPath(family, key.name), below) != ERROR_SUCCESS)
+        return result;
+    for (const Subkey& subkey : below)
+        if (catalogue::equalNoCase(subkey.name, ndiKey)) result.ndi = subkey.written;
+    return result;
 }
 
 void Store::reloadObject(Family family, const std::wstring& name)
@@ -270,7 +298,7 @@ void Store::reloadObject(Family family, const std::wstring& name)
     }
     if (steps.empty()) return;
     log_.info("%s %s was changed in the registry by others",
-              familyKey(family) == L"LogNames" ? "logical name" : "logical device", inQuotes(name).c_str());
+              family == Family::Name ? "logical name" : "logical device", inQuotes(name).c_str());
     remember(steps);
 }
 

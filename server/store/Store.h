@@ -1,6 +1,7 @@
 // The configuration store: logical devices and logical names, in memory for reading, in the registry to last.
 #pragma once
 
+#include <atomic>
 #include <shared_mutex>
 #include <utility>
 
@@ -59,10 +60,23 @@ class Store
     // Several values of one object, set together.
     Result setValues(Family family, std::wstring_view name, const catalogue::Values& values);
 
-    // Compares the registry with the memory and takes over what others have changed there.
+    // Compares the registry with the memory and takes over what others have changed there. Objects whose keys have
+    // not been written since the last time are not read again.
     Result reload();
 
+    // How many changes were begun through this store.
+    std::uint64_t changesBegun() const noexcept { return changesBegun_; }
+
  private:
+    // When an object's keys were last written, as far as that is known.
+    struct Stamp
+    {
+        std::uint64_t key = 0;
+        std::uint64_t ndi = 0;
+
+        bool operator==(const Stamp&) const = default;
+    };
+
     Result settle();
     Result commit(std::vector<Step> steps);
     std::vector<Step> inverse(const std::vector<Step>& steps) const;
@@ -70,6 +84,7 @@ class Store
     Result load(Family family);
     Result reload(Family family);
     void reloadObject(Family family, const std::wstring& name);
+    Stamp stamp(Family family, const Subkey& key) const;
 
     Registry& registry_;
     Changes& changes_;
@@ -83,6 +98,10 @@ class Store
 
     // What is still to be done before anything else may be changed: these steps, then clearing the journal.
     std::optional<std::vector<Step>> unsettled_;
+
+    std::atomic<std::uint64_t> changesBegun_ = 0;
+    Lock reloading_;
+    catalogue::Map<Stamp> stamps_[2];  // by family; of the last reload
 };
 
 }  // namespace srv

@@ -1,0 +1,47 @@
+// Notices when others change the configuration in the registry, and has the store take it over.
+#pragma once
+
+#include <string>
+
+#include "base/Owner.h"
+#include "base/Thread.h"
+#include "log/Log.h"
+#include "store/Store.h"
+
+namespace srv {
+
+// The system says that something below the root was written, but neither what nor by whom, and so reports the
+// server's own changes too. A report with no change of the server's own before it is acted on at once; otherwise the
+// comparison waits for the server's changes to pause, for half a minute at most.
+class Watcher
+{
+ public:
+    Watcher(HKEY hive, std::wstring root, Store& store, Log& log);
+    ~Watcher() { stop(); }
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
+
+    // Notices every change that is made after it has returned. False if the system does not report any.
+    bool start();
+
+    // Safe at any time. A comparison under way is carried out to its end.
+    void stop() noexcept;
+
+ private:
+    bool arm();
+    void watch() noexcept;
+    bool compare();
+    bool waitForPause();
+
+    HKEY hive_;
+    std::wstring root_;
+    Store& store_;
+    Log& log_;
+    Key key_;
+    Handle changed_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    Handle stop_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    Thread thread_;
+    std::uint64_t changesSeen_ = 0;
+};
+
+}  // namespace srv

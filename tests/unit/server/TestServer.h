@@ -1,0 +1,71 @@
+// The dispatcher over a store and a small catalogue, asked in bytes.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "Bytes.h"
+#include "dispatch/Dispatcher.h"
+#include "dispatch/operations.h"
+#include "TestRegistry.h"
+
+inline catalogue::Catalogue smallCatalogue()
+{
+    catalogue::Catalogue result;
+    catalogue::Protocol mpi;
+    mpi.name = L"MPI";
+    mpi.busProfiles = {{L"0", L"dp", {{L"tslot", L"300"}}, {{L"1500000", {{L"tqui", L"0"}}}}},
+                       {L"1", L"std", {{L"tslot", L"415"}}, {}}};
+    result.protocols.emplace(mpi.name, mpi);
+    catalogue::DefaultLogicalDevice device;
+    device.name = L"NX1611.MPI";
+    device.deviceId = L"*TVRA010";
+    device.protocol = L"MPI";
+    device.values = {
+        {L"CP_TYPE", L"MPI"}, {L"DeviceID", L"*TVRA010"}, {L"baudrate", L"1500000"}, {L"busparam", L"1"}};
+    device.ndiValues = {{L"PropSheet", L"nxprop.dll,ShowSheet"}};
+    result.defaultLogicalDevices.emplace(device.name, device);
+    catalogue::DefaultLogicalDevice plain;
+    plain.name = L"ISO";
+    plain.values = {{L"CP_TYPE", L"ISO"}};
+    result.defaultLogicalDevices.emplace(plain.name, plain);
+    return result;
+}
+
+struct TestServer : testing::Test
+{
+    using Bytes = bytes::Bytes;
+
+    TestKey key;
+    srv::WindowsRegistry registry = key.registry();
+    OpenStore now{registry};
+    catalogue::Catalogue catalogue = smallCatalogue();
+    srv::Dispatcher dispatcher{{now.store, catalogue, now.log}, srv::allOperations()};
+    srv::Session session{1, srv::Via::Channel, 4711};
+
+    void SetUp() override { now.open(); }
+
+    Bytes ask(srv::Session& from, const Bytes& request)
+    {
+        Bytes space(8192, 0xEE);
+        const auto answer = dispatcher.handle(from, request, space);
+        return {answer.begin(), answer.end()};
+    }
+    Bytes ask(const Bytes& request) { return ask(session, request); }
+
+    // A device made of the catalogue's first definition.
+    void createDevice(std::u16string_view name)
+    {
+        using namespace bytes;
+        ASSERT_EQ(ask(u16(43) + str(name) + str(u"NX1611.MPI")), reply(0));
+    }
+    Bytes value(std::u16string_view device, std::u16string_view parameter)
+    {
+        using namespace bytes;
+        return ask(u16(33) + str(device) + str(parameter) + u32(260));
+    }
+    Bytes set(std::u16string_view device, std::u16string_view parameter, std::u16string_view text)
+    {
+        using namespace bytes;
+        return ask(u16(34) + str(device) + str(parameter) + str(text));
+    }
+};

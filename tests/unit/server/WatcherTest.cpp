@@ -1,0 +1,87 @@
+#include "store/Watcher.h"
+
+#include <gtest/gtest.h>
+
+#include "TestRegistry.h"
+
+using srv::Family;
+
+namespace {
+
+struct WatcherTest : testing::Test
+{
+    TestKey key;
+    srv::WindowsRegistry registry = key.registry();
+    OpenStore now{registry};
+    srv::Watcher watcher{HKEY_CURRENT_USER, key.path(), now.store, now.log};
+
+    void SetUp() override
+    {
+        now.open();
+        ASSERT_EQ(now.store.create(Family::Device, L"Dev", {table({{L"a", L"1"}}), table({{L"n", L"1"}})}), 0u);
+        ASSERT_TRUE(watcher.start());
+    }
+
+    // Waits until something is so; false if it is not so for too long.
+    template <typename F>
+    static bool comesTrue(F condition)
+    {
+        for (const DWORD start = GetTickCount(); !condition(); SwitchToThread())
+            if (GetTickCount() - start > 20'000) return false;
+        return true;
+    }
+    bool becomes(std::wstring_view text)
+    {
+        return comesTrue([&] {
+            const srv::Content content = now.content(Family::Device, L"Dev");
+            const std::wstring* const value = content.values.find(L"a");
+            return value && *value == text;
+        });
+    }
+    void writeAsOther(const wchar_t* text) { srv::writeText(registry, L"LogDevices\\Dev", L"a", text); }
+};
+
+TEST_F(WatcherTest, ChangeByOthers_isTakenOver)
+{
+    writeAsOther(L"2");
+    EXPECT_TRUE(becomes(L"2"));
+}
+
+TEST_F(WatcherTest, EachOfSeveralChanges_isTakenOver)
+{
+    for (const wchar_t* const text : {L"2", L"3", L"4"}) {
+        writeAsOther(text);
+        EXPECT_TRUE(becomes(text));
+    }
+}
+
+TEST_F(WatcherTest, ChangeAmongTheServersOwn_isTakenOver)
+{
+    now.store.setValue(Family::Device, L"Dev", srv::Section::Values, L"b", L"1");
+    writeAsOther(L"2");
+    now.store.setValue(Family::Device, L"Dev", srv::Section::Values, L"b", L"2");
+    EXPECT_TRUE(becomes(L"2"));
+    EXPECT_EQ(*now.content(Family::Device, L"Dev").values.find(L"b"), L"2");
+}
+
+TEST_F(WatcherTest, ChangedNdiValue_isTakenOver)
+{
+    srv::writeText(registry, L"LogDevices\\Dev\\Ndi", L"n", L"2");
+    EXPECT_TRUE(comesTrue([&] { return *now.content(Family::Device, L"Dev").ndi.find(L"n") == L"2"; }));
+}
+
+TEST_F(WatcherTest, WholeStoreDeletedByOthers_isTakenOverAndLaterChangesToo)
+{
+    registry.deleteKey(L"");
+    EXPECT_TRUE(comesTrue([&] { return !now.has(Family::Device, L"Dev"); }));
+    registry.createKey(L"LogDevices\\New");
+    EXPECT_TRUE(comesTrue([&] { return now.has(Family::Device, L"New"); }));
+}
+
+TEST_F(WatcherTest, Stop_isPrompt)
+{
+    writeAsOther(L"2");
+    watcher.stop();
+}
+
+}  // namespace
