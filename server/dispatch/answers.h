@@ -5,6 +5,28 @@
 
 namespace srv {
 
+// Lets `look` see what a device holds (a temporary device of the client's own first), and returns its result; 8012 if
+// there is no such device.
+template <typename Look>
+Result withDevice(const Call& call, std::wstring_view device, Look look)
+{
+    if (const Content* const temporary = call.session.temporary(device)) return look(*temporary);
+    return call.store().read([&](const Configuration& configuration) {
+        const Object* const object = configuration.devices.find(device);
+        return object ? look(object->content) : result::notFound;
+    });
+}
+
+// The same for the values of a logical name.
+template <typename Look>
+Result withName(const Call& call, std::wstring_view name, Look look)
+{
+    return call.store().read([&](const Configuration& configuration) {
+        const Object* const object = configuration.names.find(name);
+        return object ? look(object->content.values) : result::notFound;
+    });
+}
+
 // The value of a name.
 Result answerValue(const Call& call, const ValueTable& values, std::wstring_view name, Capacity capacity);
 

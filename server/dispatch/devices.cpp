@@ -9,17 +9,6 @@ namespace srv::devices {
 
 namespace {
 
-// Lets `look` see what a device holds, and returns its result.
-template <typename Look>
-Result withDevice(const Call& call, std::wstring_view device, Look look)
-{
-    if (const Content* const temporary = call.session.temporary(device)) return look(*temporary);
-    return call.store().read([&](const Configuration& configuration) {
-        const Object* const object = configuration.devices.find(device);
-        return object ? look(object->content) : result::notFound;
-    });
-}
-
 const ValueTable& section(const Content& content, Section section) noexcept
 {
     return section == Section::Ndi ? content.ndi : content.values;

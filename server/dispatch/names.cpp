@@ -4,19 +4,6 @@
 
 namespace srv::names {
 
-namespace {
-
-template <typename Look>
-Result withName(const Call& call, std::wstring_view name, Look look)
-{
-    return call.store().read([&](const Configuration& configuration) {
-        const Object* const object = configuration.names.find(name);
-        return object ? look(object->content.values) : result::notFound;
-    });
-}
-
-}  // namespace
-
 Result exists(const Call& call, Required name, std::uint32_t)
 {
     return withName(call, name, [](const ValueTable&) { return result::ok; });

@@ -1,6 +1,7 @@
 #include "dispatch/operations.h"
 
 #include "dispatch/devices.h"
+#include "dispatch/languages.h"
 #include "dispatch/names.h"
 
 namespace srv {
@@ -28,6 +29,7 @@ constexpr Operation operations[] = {
     {op::LogDeviceSetNdiValue, "LogDeviceSetNdiValue", Via::Channel, handledBy<devices::setNdi>},
     {op::LogDeviceDelNdiValue, "LogDeviceDelNdiValue", Via::Channel, handledBy<devices::deleteNdi>},
     {op::LogDeviceGetEnumNdiValue, "LogDeviceGetEnumNdiValue", Via::Channel, handledBy<devices::getEnumNdi>},
+    {op::LogDeviceGetValueLang, "LogDeviceGetValueLang", Via::Channel, handledBy<languages::deviceValue>},
     {op::LogDeviceList, "LogDeviceList", Via::Channel, handledBy<devices::list>},
     {op::LogDeviceValueList, "LogDeviceValueList", Via::Channel, handledBy<devices::valueList>},
     {op::LogDeviceGetValueRaw, "LogDeviceGetValueRaw", Via::Channel, handledBy<devices::getValueRaw>},
@@ -41,6 +43,7 @@ constexpr Operation operations[] = {
     {op::LogNameGetEnum, "LogNameGetEnum", Via::Channel, handledBy<names::getEnum>},
     {op::LogNameGetEnumValue, "LogNameGetEnumValue", Via::Channel, handledBy<names::getEnumValue>},
     {op::LogNameExists, "LogNameExists", Via::Channel, handledBy<names::exists>},
+    {op::LogNameGetValueLang, "LogNameGetValueLang", Via::Channel, handledBy<languages::nameValue>},
     {op::LogNameList, "LogNameList", Via::Channel, handledBy<names::list>},
     {op::LogNameValueList, "LogNameValueList", Via::Channel, handledBy<names::valueList>},
 };

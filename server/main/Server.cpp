@@ -66,6 +66,9 @@ std::optional<StartFailure> Server::start()
                                              " cannot be opened: " + systemMessage(result) +
                                              ". Run the server as administrator or as a service."};
     }
+    if (const Result result = createInitialNames()) {
+        log_.error("the catalogue's logical names cannot be created: %s", systemMessage(result).c_str());
+    }
     if (!watcher_.start()) log_.warning("changes that others make in the registry are not noticed");
     for (auto* const listener : {&channel_, &pipe_}) {
         if (const DWORD error = listener->start()) {
@@ -78,6 +81,17 @@ std::optional<StartFailure> Server::start()
     startEvent_->ready();
     log_.info("serving");
     return std::nullopt;
+}
+
+// The first server on a machine makes the logical names that every installation has. Later they are the users': one
+// that was deleted stays so.
+Result Server::createInitialNames()
+{
+    if (!store_.isNew(Family::Name)) return result::ok;
+    std::vector<Step> steps;
+    for (const auto& [name, initial] : catalogue_->logicalNames)
+        steps.push_back({Step::Kind::Put, Family::Name, name, {ValueTable(initial.values), {}}});
+    return steps.empty() ? result::ok : store_.apply(std::move(steps));
 }
 
 bool Server::stop(DWORD milliseconds) noexcept

@@ -56,6 +56,8 @@ class Server
     Changes& changes() noexcept { return changes_; }
 
  private:
+    Result createInitialNames();
+
     ServerPlaces places_;
     std::shared_ptr<const catalogue::Catalogue> catalogue_;
     Log& log_;

@@ -76,6 +76,7 @@ int runCommandLine()
     std::function<Exit()> chosen = [] { return Exit::Usage; };
     CLI::App app("Configuration server for industrial communication interfaces.", "kxovasrvx");
     app.set_version_flag("--version", "kxovasrvx " KXOVA_VERSION);
+    app.allow_windows_style_options(false);  // a file may begin with "/"
     app.require_subcommand(1);
     app.footer(
         "Exit statuses: 0 done, 1 failed, 2 wrong use, 3 already running, 4 not running, 5 not installed,\n"

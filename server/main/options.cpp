@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+#include <shlobj.h>
+
 #include <cstdio>
 
 #include "base/Text.h"
@@ -23,9 +26,11 @@ std::filesystem::path defaultCatalogue()
 
 std::filesystem::path serviceLogFile()
 {
-    wchar_t folder[MAX_PATH] = L"";
-    const DWORD length = GetEnvironmentVariableW(L"ProgramData", folder, MAX_PATH);
-    const std::filesystem::path base = length > 0 && length < MAX_PATH ? folder : L"C:\\ProgramData";
+    // Not the environment's ProgramData: a service may have another one than the administrator who looks for its log.
+    wchar_t* folder = nullptr;
+    const HRESULT found = SHGetKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &folder);
+    const std::filesystem::path base = SUCCEEDED(found) ? folder : L"C:\\ProgramData";
+    CoTaskMemFree(folder);
     return base / L"TAVRONE" / L"NORIX" / L"kxovasrvx.log";
 }
 

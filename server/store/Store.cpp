@@ -46,8 +46,7 @@ Result Store::open()
         if (status != ERROR_SUCCESS) return static_cast<Result>(status);
     }
     status = journal_.clear();
-    for (const Family family : {Family::Device, Family::Name})
-        if (status == ERROR_SUCCESS) status = registry_.createKey(familyKey(family));
+    if (status == ERROR_SUCCESS) status = registry_.createKey({});  // so that a lack of rights shows at once
     if (status != ERROR_SUCCESS) return static_cast<Result>(status);
 
     for (const Family family : {Family::Device, Family::Name})
@@ -60,7 +59,9 @@ Result Store::open()
 Result Store::load(Family family)
 {
     std::vector<Subkey> keys;
-    if (const LSTATUS status = registry_.subkeys(familyKey(family), keys)) return static_cast<Result>(status);
+    const LSTATUS listed = registry_.subkeys(familyKey(family), keys);
+    isNew_[static_cast<std::size_t>(family)] = listed == ERROR_FILE_NOT_FOUND;
+    if (listed != ERROR_SUCCESS && listed != ERROR_FILE_NOT_FOUND) return static_cast<Result>(listed);
     const std::lock_guard guard(reading_);
     for (const Subkey& key : keys) {
         Content content;
@@ -153,6 +154,14 @@ Result Store::remove(Family family, std::wstring_view name)
     const Object* const object = configuration_.of(family).find(name);
     if (!object) return result::notFound;
     return commit({{Step::Kind::Remove, family, object->name, {}}});
+}
+
+Result Store::apply(std::vector<Step> steps)
+{
+    const auto valid = [](const Step& step) { return isObjectName(step.name); };
+    if (!std::all_of(steps.begin(), steps.end(), valid)) return result::invalidParameter;
+    const std::lock_guard guard(writing_);
+    return commit(std::move(steps));
 }
 
 Result Store::setValues(Family family, std::wstring_view name, const catalogue::Values& values)

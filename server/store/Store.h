@@ -38,6 +38,9 @@ class Store
     // Finishes what an earlier server could not finish and loads everything. To be called once, before anything else.
     Result open();
 
+    // Whether the registry had no key for this family when the store was opened: nobody has ever stored any.
+    bool isNew(Family family) const noexcept { return isNew_[static_cast<std::size_t>(family)]; }
+
     // Lets `look` see one consistent state, and returns what it returns. It must be brief, and not call the store.
     template <typename Look>
     decltype(auto) read(Look&& look) const
@@ -56,6 +59,9 @@ class Store
     Result create(Family family, std::wstring_view name, Content content);
     Result replace(Family family, std::wstring_view name, Content content);
     Result remove(Family family, std::wstring_view name);
+
+    // Any number of objects at once. Names must be good, contents are taken as they are.
+    Result apply(std::vector<Step> steps);
 
     // Several values of one object, set together.
     Result setValues(Family family, std::wstring_view name, const catalogue::Values& values);
@@ -99,6 +105,7 @@ class Store
     // What is still to be done before anything else may be changed: these steps, then clearing the journal.
     std::optional<std::vector<Step>> unsettled_;
 
+    bool isNew_[2] = {};  // by family
     std::atomic<std::uint64_t> changesBegun_ = 0;
     Lock reloading_;
     catalogue::Map<Stamp> stamps_[2];  // by family; of the last reload

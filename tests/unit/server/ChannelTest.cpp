@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "handle_count.h"
 #include "RunningServer.h"
 
 using namespace bytes;
@@ -138,6 +139,25 @@ TEST_F(Channel, Stop_endsConnectionsThatWaitForNothing)
     EXPECT_FALSE(connect().connected());
 }
 
+TEST_F(Channel, StartedAndStoppedServers_leaveNoHandleBehind)
+{
+    ASSERT_TRUE(server->stop(5000));
+    const auto serveOnce = [&] {
+        server = make();
+        ASSERT_FALSE(server->start().has_value());
+        EXPECT_EQ(connect().ask(existsDev), notThere);
+        ASSERT_TRUE(server->stop(5000));
+        server.reset();
+    };
+    serveOnce();
+    const std::size_t before = handleCount();
+    for (int i = 0; i < 5; ++i)
+        serveOnce();
+    EXPECT_TRUE(comesTrue([&] { return handleCount() <= before; }))
+        << before << " before, " << handleCount() << " after";
+    server = make();
+}
+
 TEST_F(Channel, RestartedServer_servesAgain)
 {
     PipeClient(places.channelPipe).ask(frame(u16(43) + str(u"Dev") + str(u"NX1611.MPI")));
@@ -145,6 +165,17 @@ TEST_F(Channel, RestartedServer_servesAgain)
     server = make();
     ASSERT_FALSE(server->start().has_value());
     EXPECT_EQ(connect().ask(existsDev), frame(reply(0), 42));
+}
+
+TEST_F(Channel, InitialNames_areMadeByTheFirstServerOnly)
+{
+    const Bytes exists = frame(u16(75) + str(u"NXVISU") + u32(0));
+    EXPECT_EQ(connect().ask(exists), frame(reply(0), 75));
+    EXPECT_EQ(connect().ask(frame(u16(69) + str(u"NXVISU"))), frame(reply(0), 69));
+    ASSERT_TRUE(server->stop(5000));
+    server = make();
+    ASSERT_FALSE(server->start().has_value());
+    EXPECT_EQ(connect().ask(exists), frame(reply(8012), 75));
 }
 
 TEST_F(Channel, SecondServer_isRefused)
@@ -205,6 +236,25 @@ TEST_F(Listener, ClientThatDiesWithAnUnreadReply_isForgotten)
         client.close();
     }
     EXPECT_TRUE(comesTrue([&] { return listener.connections() == 0; }));
+}
+
+TEST_F(Listener, Connections_leaveNoHandleBehind)
+{
+    const auto visit = [&] {
+        PipeClient client(options.name);
+        EXPECT_EQ(client.ask(Bytes{1}).size(), 8000u);
+    };
+    const auto idle = [&] { return listener.connections() == 0; };
+    for (int i = 0; i < 5; ++i)
+        visit();
+    ASSERT_TRUE(comesTrue(idle));
+    const std::size_t before = handleCount();
+    for (int i = 0; i < 100; ++i)
+        visit();
+    ASSERT_TRUE(comesTrue(idle));
+    // The last threads may still be on their way out.
+    EXPECT_TRUE(comesTrue([&] { return handleCount() <= before; }))
+        << before << " before, " << handleCount() << " after";
 }
 
 TEST_F(Listener, ClientsBeyondTheLimit_waitUntilOneGoes)

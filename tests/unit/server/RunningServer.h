@@ -36,8 +36,5 @@ struct RunningServer : testing::Test
         const auto failure = server->start();
         ASSERT_FALSE(failure.has_value()) << failure->text;
     }
-    void TearDown() override
-    {
-        EXPECT_TRUE(server->stop(5000));
-    }
+    void TearDown() override { EXPECT_TRUE(server->stop(5000)); }
 };

@@ -204,6 +204,31 @@ TEST_F(StoreTest, Reload_takesOverWhatOthersChanged)
     EXPECT_TRUE(now.has(Name, L"New"));
 }
 
+TEST_F(StoreTest, NewStore_isNewUntilSomethingWasStored)
+{
+    EXPECT_TRUE(store.isNew(Name));
+    ASSERT_EQ(store.create(Name, L"PLC", {}), 0u);
+    ASSERT_EQ(store.remove(Name, L"PLC"), 0u);
+    OpenStore later(registry);
+    EXPECT_FALSE(later.open().store.isNew(Name));
+    EXPECT_TRUE(later.store.isNew(Device));
+}
+
+TEST_F(StoreTest, Apply_changesAllObjectsOrNone)
+{
+    using Kind = srv::Step::Kind;
+    ASSERT_EQ(store.create(Device, L"Old", content), 0u);
+    EXPECT_EQ(store.apply({{Kind::Put, Name, L"PLC", {}}, {Kind::Put, Device, L"bad\\name", {}}}), 87u);
+    EXPECT_FALSE(now.has(Name, L"PLC"));
+    EXPECT_EQ(store.apply({{Kind::Put, Name, L"PLC", {}},
+                           {Kind::Put, Device, L"New", content},
+                           {Kind::Remove, Device, L"Old", {}}}),
+              0u);
+    EXPECT_TRUE(now.has(Name, L"PLC"));
+    EXPECT_EQ(now.content(Device, L"New"), content);
+    EXPECT_FALSE(now.has(Device, L"Old"));
+}
+
 TEST_F(StoreTest, DamagedJournal_isDroppedAndTheStoreOpens)
 {
     ASSERT_EQ(store.create(Device, L"Dev", content), 0u);

@@ -28,6 +28,7 @@ inline catalogue::Catalogue smallCatalogue()
     plain.name = L"ISO";
     plain.values = {{L"CP_TYPE", L"ISO"}};
     result.defaultLogicalDevices.emplace(plain.name, plain);
+    result.logicalNames[L"NXVISU"].values = {{L"LogDevice", L""}};
     return result;
 }
 

@@ -1,0 +1,88 @@
+#include "Program.h"
+
+#include <filesystem>
+
+#include "main/options.h"
+
+namespace {
+
+constexpr DWORD longest = 30'000;
+
+}  // namespace
+
+Program::Program(const std::wstring& arguments)
+{
+    const std::filesystem::path program = srv::programFile().replace_filename(L"kxovasrvx.exe");
+    std::wstring commandLine = L'"' + program.wstring() + L"\" " + arguments;
+
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    srv::Handle writing;
+    CreatePipe(reading_.put(), writing.put(), &inheritable, 0);
+    SetHandleInformation(reading_.get(), HANDLE_FLAG_INHERIT, 0);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = startup.hStdError = writing.get();
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, CREATE_NEW_PROCESS_GROUP,
+                        nullptr, nullptr, &startup, &started)) {
+        return;
+    }
+    process_.reset(started.hProcess);
+    id_ = started.dwProcessId;
+    CloseHandle(started.hThread);
+}
+
+// Waits for more output; false at its end, or when there is none for too long.
+bool Program::readMore()
+{
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < longest;) {
+        DWORD available = 0;
+        if (!PeekNamedPipe(reading_.get(), nullptr, 0, nullptr, &available, nullptr)) return false;
+        if (available > 0) {
+            char buffer[4096];
+            DWORD length = 0;
+            if (!ReadFile(reading_.get(), buffer, sizeof buffer, &length, nullptr) || length == 0) return false;
+            output_.append(buffer, length);
+            return true;
+        }
+        Sleep(1);
+    }
+    return false;
+}
+
+bool Program::prints(const std::string& text)
+{
+    while (output_.find(text) == std::string::npos)
+        if (!readMore()) return false;
+    return true;
+}
+
+int Program::exitStatus()
+{
+    while (readMore()) {
+    }
+    DWORD status = 0;
+    if (WaitForSingleObject(process_.get(), longest) != WAIT_OBJECT_0) return -1;
+    GetExitCodeProcess(process_.get(), &status);
+    return static_cast<int>(status);
+}
+
+bool Program::interrupt()
+{
+    return GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, id_) != FALSE;
+}
+
+void Program::kill()
+{
+    if (!process_) return;
+    TerminateProcess(process_.get(), 99);
+    WaitForSingleObject(process_.get(), longest);
+}
+
+Finished run(const std::wstring& arguments)
+{
+    Program program(arguments);
+    const int status = program.exitStatus();
+    return {status, program.output()};
+}
