@@ -5,11 +5,12 @@ set(KXOVA_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's source tree"
 set(INSTALL_GTEST OFF)
 add_subdirectory(${KXOVA_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# kxova_test(NAME SOURCES file... [LIBRARIES lib...] [DIRECTORY dir] [EXCLUSIVE] [LABEL label])
+# kxova_test(NAME SOURCES file... [LIBRARIES lib...] [DIRECTORY dir] [EXCLUSIVE] [WHOLE] [LABEL label])
 # EXCLUSIVE: the cases use what exists once per machine (the trace's kernel objects, the server's pipes) and run
-# with nothing beside them. DIRECTORY: where the program is put, beside the libraries that it is to load.
+# with nothing beside them. WHOLE: the program is one ctest entry, for hundreds of cases that take less time than a
+# process each. DIRECTORY: where the program is put, beside the libraries that it is to load.
 function(kxova_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "EXCLUSIVE" "DIRECTORY;LABEL" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "EXCLUSIVE;WHOLE" "DIRECTORY;LABEL" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
   kxova_target(${name})
   target_link_libraries(${name} PRIVATE kxova_test_support ${arg_LIBRARIES} gtest gmock)
@@ -22,6 +23,11 @@ function(kxova_test name)
   endif()
   if(arg_LABEL)
     list(APPEND properties LABELS ${arg_LABEL})
+  endif()
+  if(arg_WHOLE)
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES ${properties})
+    return()
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

@@ -37,7 +37,7 @@ long LogNameExists(const char* lpszLogName)
 {
     ApiCall call("LogNameExists: ");
     KX_ENTRY(call, ">>lpszLogName=%s ", lpszLogName);
-    return call.done(call.send(opcode::LogNameExists, lpszLogName, 0UL), "<< result= 0x%x");
+    return call.send(opcode::LogNameExists, lpszLogName, 0UL).done("<< result= 0x%x");
 }
 
 long LogNameGetValue(const char* lpszLogName, const char* lpszParameter, char* buffer, unsigned long* length)
@@ -54,7 +54,7 @@ long LogNameSetValue(const char* lpszLogName, const char* lpszParameter, const c
 {
     ApiCall call("LogNameSetValue: ");
     KX_ENTRY(call, ">>lpszLogName=%s  lpszParameter=%s lpszValue=%s", lpszLogName, lpszParameter, lpszValue);
-    return call.done(call.send(opcode::LogNameSetValue, lpszLogName, lpszParameter, lpszValue), "<< result= 0x%x ");
+    return call.send(opcode::LogNameSetValue, lpszLogName, lpszParameter, lpszValue).done("<< result= 0x%x ");
 }
 
 long LogNameDelValue(const char* lpszLogName, const char* lpszParameter)
@@ -64,7 +64,7 @@ long LogNameDelValue(const char* lpszLogName, const char* lpszParameter)
     if (missing(lpszLogName) || missing(lpszParameter)) {
         return call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR invalid params");
     }
-    return call.done(call.send(opcode::LogNameDelValue, lpszLogName, lpszParameter), "<< result= 0x%x ");
+    return call.send(opcode::LogNameDelValue, lpszLogName, lpszParameter).done("<< result= 0x%x ");
 }
 
 long LogNameGetEnum(unsigned long iValue, char* buffer, unsigned long* length)
@@ -91,10 +91,10 @@ long LogNameCreate(const char* lpszLogName)
     ApiCall call("LogNameCreate: ");
     KX_ENTRY(call, ">>lpszLogName=%s ", lpszLogName);
     if (!lpszLogName) return call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR invalid params");
-    const long result = call.send(opcode::LogNameCreate, lpszLogName);
+    const Reply reply = call.send(opcode::LogNameCreate, lpszLogName);
     // Whoever makes a name may delete it, until somebody protects it.
-    if (result == ERROR_SUCCESS) LogNameSetValue(lpszLogName, "enable_delete", "true");
-    return call.done(result, "<< result= 0x%x");
+    if (reply.ok()) LogNameSetValue(lpszLogName, "enable_delete", "true");
+    return reply.done("<< result= 0x%x");
 }
 
 long LogNameDel(const char* lpszLogName)
@@ -112,7 +112,7 @@ long LogNameDel(const char* lpszLogName)
     if (_stricmp(enableDelete, "true") != 0) {
         return call.fail(DCFG_ERR_DELETE_DISABLED, "<< return EnableDelete=FALSE");
     }
-    return call.done(call.send(opcode::LogNameDel, lpszLogName), "<< result= 0x%x");
+    return call.send(opcode::LogNameDel, lpszLogName).done("<< result= 0x%x");
 }
 
 long DCFG_LogNameGetEnumValue(const char* lpszLogName, const char* lpszSubKey, unsigned long iValue, char* name,

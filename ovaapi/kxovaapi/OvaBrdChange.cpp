@@ -103,8 +103,8 @@ unsigned long OvaRegisterHardwareChanges(HWND hWnd, const GUID* pGUID)
         KXTRACE_MODULE(notifyModule, call.name(), TRC_RESULT, "<< result= 0x%x ", hex(status));
         return static_cast<unsigned long>(status);
     }
-    if (const long status = call.send(opcode::HardwareChangeRegister, bytesOf(*pGUID)); status != ERROR_SUCCESS) {
-        return failed(call, static_cast<std::uint32_t>(status), "<< result= 0x%x ");
+    if (const Reply reply = call.send(opcode::HardwareChangeRegister, bytesOf(*pGUID)); !reply.ok()) {
+        return static_cast<unsigned long>(reply.done("<< result= 0x%x "));
     }
     if (!client->addWindow(hWnd, *pGUID)) {
         return failed(call, anotherWindow, "<< a second window is tried to register result = 0x%x");
@@ -138,7 +138,7 @@ unsigned long OvaUnregisterHardwareChanges(const GUID* pGuid)
     }
     kxOvascp* const client = GetChannelClient(true);
     if (!client) return ERROR_READ_FAULT;
-    auto status = static_cast<std::uint32_t>(call.send(opcode::HardwareChangeUnregister, bytesOf(*pGuid)));
+    auto status = static_cast<std::uint32_t>(call.send(opcode::HardwareChangeUnregister, bytesOf(*pGuid)).status());
     if (status == ERROR_SUCCESS && !client->removeWindow(*pGuid)) status = notRegistered;
     KX_ENTRY(call, "<< return 0x%x", status);
     return status;
@@ -223,8 +223,8 @@ unsigned long LogNameNotifyChange(const char* subject, unsigned long, unsigned l
     GetChannelClient(true);
     status = registerWindow(call);
     if (status != ERROR_SUCCESS) return static_cast<unsigned long>(status);
-    status = call.send(opcode::NotifyRegister, logNames, subject, serverName, handleValue(event));
-    return static_cast<unsigned long>(call.done(status));
+    return static_cast<unsigned long>(
+        call.send(opcode::NotifyRegister, logNames, subject, serverName, handleValue(event)).done());
 }
 
 unsigned long LogNameUnregisterNotifyChange(const char* subject, const char* eventName, const HANDLE* event)
@@ -237,7 +237,7 @@ unsigned long LogNameUnregisterNotifyChange(const char* subject, const char* eve
     const ServerEventName serverName(call, globalName, eventName);
     GetChannelClient(true);
     return static_cast<unsigned long>(
-        call.done(call.send(opcode::NotifyUnregister, logNames, subject, serverName, handleValue(event))));
+        call.send(opcode::NotifyUnregister, logNames, subject, serverName, handleValue(event)).done());
 }
 
 unsigned long LogDeviceFlush(void)

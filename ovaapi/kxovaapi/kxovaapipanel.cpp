@@ -16,14 +16,14 @@ long Panel_SendInstall(const char* lpszDeviceID, const char* s2)
 {
     ApiCall call("SendInstall: ");
     KX_ENTRY(call, ">> lpszDeviceID=%s ", lpszDeviceID);
-    return call.done(call.send(opcode::PanelInstall, lpszDeviceID, s2));
+    return call.send(opcode::PanelInstall, lpszDeviceID, s2).done();
 }
 
 long Panel_SendDeinstall(const char* lpszDeviceID, const char* s2, const char* s3)
 {
     ApiCall call("SendDeinstall: ");
     KX_ENTRY(call, ">> lpszDeviceID=%s ", lpszDeviceID);
-    return call.done(call.send(opcode::PanelDeinstall, lpszDeviceID, s2, s3));
+    return call.send(opcode::PanelDeinstall, lpszDeviceID, s2, s3).done();
 }
 
 long Panel_SendGetList(char op, const char* s, char* buffer, unsigned long* pLen)

@@ -35,14 +35,6 @@ ApiCall::ApiCall(const char* traceName, std::source_location where) noexcept
     DCFG_StopServer();
 }
 
-long ApiCall::sendRequest(const sendData& request) noexcept
-{
-    kxOvascp* const client = GetChannelClient(false);
-    if (!client) return ERROR_READ_FAULT;
-    receivedData reply;
-    return static_cast<long>(client->send(request, reply));
-}
-
 long ApiCall::done(long result, const char* format) const noexcept
 {
     site_.trace(TRC_RESULT, format, static_cast<unsigned int>(result));
@@ -82,6 +74,12 @@ void Reply::exchangeOverPipe(const sendData& request) noexcept
 {
     Kxovapipe* const client = GetPipeClient();
     endIfFailed(client ? client->Exchange(request, data_) : std::uint32_t{ERROR_PIPE_NOT_CONNECTED});
+}
+
+void Reply::send(const sendData& request) noexcept
+{
+    kxOvascp* const client = GetChannelClient(false);
+    status_ = client ? static_cast<long>(client->send(request, data_)) : long{ERROR_READ_FAULT};
 }
 
 bool Reply::kindIsResult() noexcept

@@ -136,6 +136,7 @@ class Reply
     void endIfFailed(std::uint32_t status) noexcept;
     void exchange(const sendData& request) noexcept;
     void exchangeOverPipe(const sendData& request) noexcept;
+    void send(const sendData& request) noexcept;
 
     const CallSite& site_;
     receivedData data_;
@@ -179,14 +180,16 @@ class ApiCall
         return reply;
     }
 
-    // One request whose answer is a result alone, through the channel client's own exchange: that result. 30 for a
-    // reply of another kind, traced there.
+    // One request through the channel client's own exchange, which reads kind and result: 30 for a reply of another
+    // kind, traced there. What it yields is the result; output fields may follow.
     template <typename... Fields>
-    long send(opcode::Code code, const Fields&... fields) noexcept
+    Reply send(opcode::Code code, const Fields&... fields) noexcept
     {
+        Reply reply(site_);
         sendData request;
-        const std::uint32_t status = buildRequest(request, code, fields...);
-        return status == ERROR_SUCCESS ? sendRequest(request) : static_cast<long>(status);
+        reply.endIfFailed(buildRequest(request, code, fields...));
+        if (!reply.ended()) reply.send(request);
+        return reply;
     }
 
     // Traces a result (a format with one %x) and returns it.
@@ -198,8 +201,6 @@ class ApiCall
     const CallSite& site() const noexcept { return site_; }
 
  private:
-    long sendRequest(const sendData& request) noexcept;
-
     CallSite site_;
     ModuleContext context_;
 };

@@ -51,10 +51,7 @@ long DCFG_BoardGetValueRaw(const char* name, const char* path, const char* param
 {
     ApiCall call("DCFG_BoardGetValueRaw: ");
     KX_ENTRY(call, ">> lpszProtocol %s Path %s Param %s", name, path, param);
-    return call.request(opcode::BoardGetValueRaw, name, path, param, Capacity{pLen})
-        .orReadFault()
-        .text(value, pLen)
-        .done();
+    return call.send(opcode::BoardGetValueRaw, name, path, param, Capacity{pLen}).text(value, pLen).done();
 }
 
 long DCFG_BoardGetResourceString(const char* folder, const char* subfolder, const char* stringId,

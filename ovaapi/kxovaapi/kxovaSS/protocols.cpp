@@ -10,10 +10,7 @@ long DCFG_ProtocolGetValueRaw(const char* lpszProtocol, const char* path, const 
 {
     ApiCall call("DCFG_ProtocolGetValueRaw: ");
     KX_ENTRY(call, ">> lpszProtocol %sPath %s Param %s", lpszProtocol, path, param);
-    return call.request(opcode::ProtocolGetValueRaw, lpszProtocol, path, param, textCapacity)
-        .orReadFault()
-        .text(value, pLen)
-        .done();
+    return call.send(opcode::ProtocolGetValueRaw, lpszProtocol, path, param, textCapacity).text(value, pLen).done();
 }
 
 long DCFG_DefDeviceGetValueRaw(const char* lpszDefDevice, const char* path, const char* param, char* value,
@@ -21,10 +18,7 @@ long DCFG_DefDeviceGetValueRaw(const char* lpszDefDevice, const char* path, cons
 {
     ApiCall call("DCFG_DefDeviceGetValueRaw: ");
     KX_ENTRY(call, ">> lpszDefDevice %sPath %s Param %s", lpszDefDevice, path, param);
-    return call.request(opcode::DefDeviceGetValueRaw, lpszDefDevice, path, param, textCapacity)
-        .orReadFault()
-        .text(value, pLen)
-        .done();
+    return call.send(opcode::DefDeviceGetValueRaw, lpszDefDevice, path, param, textCapacity).text(value, pLen).done();
 }
 
 long DCFG_TemplateGetEnumValueRaw(const char* lpszFolder, const char* file, const char* param, unsigned long i,
@@ -32,8 +26,7 @@ long DCFG_TemplateGetEnumValueRaw(const char* lpszFolder, const char* file, cons
 {
     ApiCall call("DCFG_TemplateGetEnumValueRaw: ");
     KX_ENTRY(call, ">> lpszFolder %s file %s Param %s i %d", lpszFolder, file, param, dec(i));
-    return call.request(opcode::TemplateGetEnumValueRaw, lpszFolder, file, param, i, textCapacity)
-        .orReadFault()
+    return call.send(opcode::TemplateGetEnumValueRaw, lpszFolder, file, param, i, textCapacity)
         .text(value, pLen)
         .done();
 }
@@ -42,7 +35,7 @@ long DCFG_TemplateKeyExists(const char* lpszFolderName, const char* file, const 
 {
     ApiCall call("DCFG_TemplateKeyExists: ");
     KX_ENTRY(call, ">> lpszFolderName file %s %sPath %s Param %s", lpszFolderName, file, path, param);
-    return call.request(opcode::TemplateKeyExists, lpszFolderName, file, path, param).orReadFault().done();
+    return call.send(opcode::TemplateKeyExists, lpszFolderName, file, path, param).done();
 }
 
 long logDeviceGetValueRaw(const char* lpszLogDevice, const char* secondName, const char* lpszParameter, char* value,
@@ -78,8 +71,7 @@ long DCFG_ProtocolGetEnumBaudrate(const char* ProtocolFile, const char* Profile,
     ApiCall call("DCFG_ProtocolGetEnumBaudrate: ");
     KX_ENTRY(call, ">> ProtocolFile %s Profile %s index=%d ", ProtocolFile, Profile, dec(index));
     if (!ProtocolFile || !Profile) return ERROR_INVALID_PARAMETER;
-    return call.request(opcode::ProtocolGetEnumBaudrate, ProtocolFile, Profile, index, textCapacity)
-        .orReadFault()
+    return call.send(opcode::ProtocolGetEnumBaudrate, ProtocolFile, Profile, index, textCapacity)
         .text(value, pLen)
         .done();
 }
@@ -89,10 +81,7 @@ long DCFG_ProtocolGetEnumBusprofiles(const char* ProtocolFile, unsigned long ind
     ApiCall call("DCFG_ProtocolGetEnumBusprofiles: ");
     KX_ENTRY(call, ">> ProtocolFile %s index=%d ", ProtocolFile, dec(index));
     if (!ProtocolFile) return ERROR_INVALID_PARAMETER;
-    return call.request(opcode::ProtocolGetEnumBusprofiles, ProtocolFile, index, textCapacity)
-        .orReadFault()
-        .text(value, pLen)
-        .done();
+    return call.send(opcode::ProtocolGetEnumBusprofiles, ProtocolFile, index, textCapacity).text(value, pLen).done();
 }
 
 long DCFG_CanSaveParameters(void)
@@ -155,9 +144,7 @@ long DCFG_TemplateExistsEx(const char* lpszFolder, const char* lpszTemplate, con
     ApiCall call("DCFG_TemplateExistsEx: ");
     KX_ENTRY(call, ">> lpszFolder=%s lpszTemplate=%s lpszParameterPath %s", lpszFolder, lpszTemplate,
              lpszParameterPath);
-    return call.request(opcode::TemplateExistsEx, lpszFolder, lpszTemplate, lpszParameterPath, s4)
-        .orReadFault()
-        .done();
+    return call.send(opcode::TemplateExistsEx, lpszFolder, lpszTemplate, lpszParameterPath, s4).done();
 }
 
 long DCFG_TemplateExists(const char* lpszFolder, const char* lpszTemplate, unsigned long flags)

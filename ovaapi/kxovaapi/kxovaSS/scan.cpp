@@ -51,14 +51,14 @@ long DCFG_CreateAllLogdevices(void)
 {
     ApiCall call("DCFG_CreateAllLogdevices: ");
     KX_ENTRY(call, ">> start");
-    return call.done(call.send(opcode::CreateAllLogdevices));
+    return call.send(opcode::CreateAllLogdevices).done();
 }
 
 long DCFG_HasUninitializedInstances(void)
 {
     ApiCall call("DCFG_HasUninitializedInstances: ");
     KX_ENTRY(call, ">> start");
-    return call.done(call.send(opcode::HasUninitializedInstances));
+    return call.send(opcode::HasUninitializedInstances).done();
 }
 
 long DCFG_BoardGetNotSupported(unsigned long iIndex, const char* BoardName, char* dst, unsigned long* pLen)

@@ -92,20 +92,21 @@ Message resultReply(std::uint32_t result)
 
 void OutText::reset(unsigned long newCapacity)
 {
-    bytes.assign(newCapacity + 2 * guard, untouched);
+    bytes.assign(newCapacity + 2 * guard + 1, untouched);
+    bytes.back() = 0;  // ends what is traced of an untouched buffer
     capacity = length = newCapacity;
 }
 
 bool OutText::bufferUntouched() const
 {
-    return length == capacity && std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == untouched; });
+    return length == capacity && std::all_of(bytes.begin(), bytes.end() - 1, [](char c) { return c == untouched; });
 }
 
 bool OutText::guardsIntact() const
 {
     const auto isGuard = [](char c) { return c == untouched; };
     return std::all_of(bytes.begin(), bytes.begin() + guard, isGuard) &&
-           std::all_of(bytes.end() - guard, bytes.end(), isGuard);
+           std::all_of(bytes.end() - 1 - guard, bytes.end() - 1, isGuard);
 }
 
 // Rows
@@ -116,6 +117,16 @@ std::ostream& operator<<(std::ostream& out, const ExchangeRow& row)
 }
 
 std::string rowName(const testing::TestParamInfo<ExchangeRow>& info)
+{
+    return info.param.name;
+}
+
+std::ostream& operator<<(std::ostream& out, const RequestRow& row)
+{
+    return out << row.name;
+}
+
+std::string requestName(const testing::TestParamInfo<RequestRow>& info)
 {
     return info.param.name;
 }
@@ -172,17 +183,33 @@ ExchangeTest::ExchangeTest() : channel(freshChannel()) {}
 
 Bytes ExchangeTest::goodReply() const
 {
+    return replyWith({}, {});
+}
+
+Bytes ExchangeTest::replyWith(const OutField& changed, const std::string& text) const
+{
     Message reply = resultReply(0);
     for (const OutField& field : row().outputs) {
-        if (isText(field)) reply.text(field.value);
+        if (isText(field)) reply.text(&field == &changed ? text : field.value);
         if (field.kind == OutField::number) reply.u32(field.numeric);
         if (field.kind == OutField::byte) reply.u8(static_cast<std::uint8_t>(field.numeric));
+        if (field.kind == OutField::block) {
+            reply.u32(static_cast<std::uint32_t>(field.value.size()))
+                .raw(Bytes(field.value.begin(), field.value.end()));
+        }
     }
     return reply.bytes();
 }
 
+void ExchangeTest::prepare()
+{
+    for (const Exchanged& exchange : row().before)
+        channel.answer(exchange.reply);
+}
+
 long ExchangeTest::callWithReply(const Bytes& payload)
 {
+    prepare();
     channel.answer(payload);
     return row().call(out);
 }
@@ -195,12 +222,19 @@ void ExchangeTest::expectUntouched() const
         EXPECT_EQ(number, 0u);
 }
 
+RequestTest::RequestTest() : channel(freshChannel()) {}
+
 RefusedTest::RefusedTest() : channel(freshChannel()) {}
 
 TEST_P(ExchangeTest, Request_isByteForByte)
 {
+    std::vector<Bytes> expected;
+    for (const Exchanged& exchange : row().before)
+        expected.push_back(exchange.request);
+    expected.push_back(row().request);
+    expected.insert(expected.end(), row().after.begin(), row().after.end());
     callWithReply(goodReply());
-    EXPECT_THAT(channel.requests(), ElementsAre(row().request));
+    EXPECT_EQ(channel.requests(), expected);
 }
 
 TEST_P(ExchangeTest, GoodReply_deliversEveryOutput)
@@ -209,6 +243,10 @@ TEST_P(ExchangeTest, GoodReply_deliversEveryOutput)
     std::size_t text = 0;
     std::size_t number = 0;
     for (const OutField& field : row().outputs) {
+        if (field.kind == OutField::block) {
+            EXPECT_EQ(out.texts[text++].text(), field.value);
+            continue;
+        }
         if (!isText(field)) {
             EXPECT_EQ(out.numbers[number++], field.numeric);
             continue;
@@ -245,6 +283,7 @@ TEST_P(ExchangeTest, EmptyReply_is30)
 
 TEST_P(ExchangeTest, FailedExchange_is30)
 {
+    prepare();
     channel.fail(1234);
     EXPECT_EQ(row().call(out), 30);
     expectUntouched();
@@ -281,6 +320,28 @@ TEST_P(ExchangeTest, ReplyCutInItsOutputs_is111)
     }
 }
 
+TEST_P(ExchangeTest, LongText_fitsPlainReadersAndNotTheUsersReader)
+{
+    const std::string text(299, 'x');
+    std::size_t index = 0;
+    for (const OutField& field : row().outputs) {
+        if (!isText(field)) continue;
+        OutText& got = out.texts[index++];
+        if (field.silent || field.kind == OutField::strictText) continue;
+        for (OutText& buffer : out.texts)
+            buffer.reset(300);
+        if (field.kind == OutField::plainText) {
+            EXPECT_EQ(callWithReply(replyWith(field, text)), 0);
+            EXPECT_EQ(got.text(), text);
+        } else {
+            EXPECT_EQ(callWithReply(replyWith(field, text)), 234);
+            EXPECT_EQ(got[0], 0) << "an emptied buffer";
+            EXPECT_EQ(got.length, 300u);
+        }
+        EXPECT_TRUE(got.guardsIntact());
+    }
+}
+
 TEST_P(ExchangeTest, Buffers_roomyExactAndTooShort)
 {
     const auto& fields = row().outputs;
@@ -314,7 +375,7 @@ TEST_P(ExchangeTest, Buffers_roomyExactAndTooShort)
 
 TEST_P(ExchangeTest, Trace_entryAndResult)
 {
-    const TraceCapture capture("0x88");
+    const TraceCapture capture("0xC8");
     callWithReply(goodReply());
     const auto lines = capture.of(row().traceName);
     EXPECT_EQ(textsAt(lines, "FA"), row().entry);
@@ -325,17 +386,24 @@ TEST_P(ExchangeTest, Trace_entryAndResult)
         ASSERT_FALSE(results.empty());
         EXPECT_EQ(results.back(), row().result);
     }
+    if (!row().resultLines.empty()) EXPECT_EQ(results, row().resultLines);
+    if (!row().details.empty()) EXPECT_EQ(textsAt(lines, "FM"), row().details);
 }
 
 TEST_P(ExchangeTest, Trace_otherKind)
 {
-    const TraceCapture capture("0xC8");
+    const TraceCapture capture("0xCE");
     Message reply(5);
     reply.u32(0);
     callWithReply(reply.bytes());
     if (row().shortForm) {
         EXPECT_THAT(capture.of("send:"),
                     testing::Contains(TraceLine{"FM", "send:", "<< result ERROR_READ_FAULT (0x5)"}));
+        return;
+    }
+    if (row().sendAndReceive) {
+        EXPECT_THAT(capture.of("SendAndReceive:"),
+                    testing::Contains(TraceLine{"PX", "SendAndReceive:", "<< result ERROR_READ_FAULT (0x5)"}));
         return;
     }
     const std::string text = !row().otherKindText.empty() ? row().otherKindText
@@ -346,10 +414,10 @@ TEST_P(ExchangeTest, Trace_otherKind)
 
 TEST_P(ExchangeTest, Trace_shortReply)
 {
-    if (row().shortForm || row().shortResult != 111) return;
+    if (row().shortForm || row().sendAndReceive || row().shortResult != 111) return;
     const TraceCapture capture("0x88");
     callWithReply({4, 0});
-    EXPECT_THAT(textsAt(capture.of(row().traceName), "FE"), ElementsAre("<< result= 0x6f "));
+    EXPECT_EQ(textsAt(capture.of(row().traceName), "FE"), row().shortLines);
 }
 
 TEST_P(ExchangeTest, Trace_failingResult)
@@ -360,6 +428,14 @@ TEST_P(ExchangeTest, Trace_failingResult)
     const auto results = textsAt(capture.of(row().traceName), "FE");
     ASSERT_FALSE(results.empty());
     EXPECT_EQ(results.back(), row().failureText.empty() ? usual : row().failureText);
+}
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(RequestTest);
+
+TEST_P(RequestTest, Request_isByteForByte)
+{
+    GetParam().call(out);
+    EXPECT_THAT(channel.requests(), ElementsAre(GetParam().request));
 }
 
 TEST_P(RefusedTest, Call_isRefusedWithoutARequest)

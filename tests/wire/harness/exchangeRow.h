@@ -74,12 +74,20 @@ struct OutField
         strictText,  // a userText that is refused without room for the terminator
         number,
         byte,
+        block,  // a number of bytes, then the bytes: into a text, its length first
     };
     Kind kind;
     std::string value;           // of a text
     std::uint32_t numeric = 0;   // of a number or byte
     std::string delivered = {};  // when the caller gets another text than the reply holds
     bool silent = false;         // the caller's copy is not compared
+};
+
+// An exchange that comes before the one that a row is about.
+struct Exchanged
+{
+    Bytes request;
+    Bytes reply;
 };
 
 struct ExchangeRow
@@ -90,13 +98,19 @@ struct ExchangeRow
     Bytes request;
     long otherKind;  // result for a reply of another kind
     std::vector<OutField> outputs = {};
-    std::vector<std::string> entry = {};   // entry lines
-    std::string result = "<< return 0x0";  // result line of success; empty: none is expected
-    std::string otherKindText = {};        // when the usual text is not used
-    std::string failureText = {};          // result line of server result 8012; empty: the usual one
-    long shortResult = 111;                // result when the reply ends behind its kind
-    bool shortForm = false;                // exchanged by the channel client's send, which traces by itself
-    long failingResult = 8012;             // result for server result 8012
+    std::vector<std::string> entry = {};        // entry lines
+    std::string result = "<< return 0x0";       // result line of success; empty: none is expected
+    std::string otherKindText = {};             // when the usual text is not used
+    std::string failureText = {};               // result line of server result 8012; empty: the usual one
+    long shortResult = 111;                     // result when the reply ends behind its kind
+    bool shortForm = false;                     // exchanged by the channel client's send, which traces by itself
+    bool sendAndReceive = false;                // exchanged by SendAndReceive, likewise
+    long failingResult = 8012;                  // result for server result 8012
+    std::vector<Exchanged> before = {};         // what the call exchanges first, and what is answered to it
+    std::vector<Bytes> after = {};              // what a success makes it send next
+    std::vector<std::string> details = {};      // detail lines of success
+    std::vector<std::string> resultLines = {};  // all result lines of success, where there are several
+    std::vector<std::string> shortLines = {"<< result= 0x6f "};  // result lines when the reply ends behind its kind
 };
 
 // For GoogleTest's names and messages.
@@ -110,9 +124,30 @@ class ExchangeTest : public testing::TestWithParam<ExchangeRow>
 
     const ExchangeRow& row() const { return GetParam(); }
     Bytes goodReply() const;
+    Bytes replyWith(const OutField& changed, const std::string& text) const;  // a good one but for that text
+    void prepare();                                                           // answers what comes first
     long callWithReply(const Bytes& payload);
     void expectUntouched() const;
 
+    FakeChannel& channel;
+    Outputs out;
+};
+
+// A request whose reply is another row's business: NULL texts and lengths, other flags.
+struct RequestRow
+{
+    std::string name;
+    std::function<long(Outputs&)> call;
+    Bytes request;
+};
+
+std::ostream& operator<<(std::ostream& out, const RequestRow& row);
+std::string requestName(const testing::TestParamInfo<RequestRow>& info);
+
+class RequestTest : public testing::TestWithParam<RequestRow>
+{
+ protected:
+    RequestTest();
     FakeChannel& channel;
     Outputs out;
 };
