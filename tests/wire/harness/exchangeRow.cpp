@@ -305,12 +305,15 @@ TEST_P(ExchangeTest, ReplyCutInItsResult_yieldsTheRowsResult)
     expectUntouched();
 }
 
-// A trailer that is missing at the very end is no error; every byte before it counts.
+// A trailer that is missing at the very end is no error, and what there is of it passes for a byte behind it; every
+// byte before it counts.
 TEST_P(ExchangeTest, ReplyCutInItsOutputs_is111)
 {
     const Bytes reply = goodReply();
     const std::size_t trailer = !row().outputs.empty() && isText(row().outputs.back()) ? 4 : 0;
+    const bool endsInByte = !row().outputs.empty() && row().outputs.back().kind == OutField::byte;
     for (std::size_t length = 6; length + trailer < reply.size(); ++length) {
+        if (endsInByte && length + 5 > reply.size() && length + 1 < reply.size()) continue;
         for (OutText& text : out.texts)
             text.reset(300);
         EXPECT_EQ(callWithReply(Bytes(reply.begin(), reply.begin() + static_cast<int>(length))), 111)
@@ -335,7 +338,7 @@ TEST_P(ExchangeTest, LongText_fitsPlainReadersAndNotTheUsersReader)
             EXPECT_EQ(got.text(), text);
         } else {
             EXPECT_EQ(callWithReply(replyWith(field, text)), 234);
-            EXPECT_EQ(got[0], 0) << "an emptied buffer";
+            EXPECT_EQ(got.at(0), 0) << "an emptied buffer";
             EXPECT_EQ(got.length, 300u);
         }
         EXPECT_TRUE(got.guardsIntact());
@@ -378,7 +381,9 @@ TEST_P(ExchangeTest, Trace_entryAndResult)
     const TraceCapture capture("0xC8");
     callWithReply(goodReply());
     const auto lines = capture.of(row().traceName);
-    EXPECT_EQ(textsAt(lines, "FA"), row().entry);
+    if (!row().entryElsewhere) {
+        EXPECT_EQ(textsAt(lines, "FA"), row().entry);
+    }
     const auto results = textsAt(lines, "FE");
     if (row().result.empty()) {
         EXPECT_THAT(results, IsEmpty());
@@ -386,8 +391,12 @@ TEST_P(ExchangeTest, Trace_entryAndResult)
         ASSERT_FALSE(results.empty());
         EXPECT_EQ(results.back(), row().result);
     }
-    if (!row().resultLines.empty()) EXPECT_EQ(results, row().resultLines);
-    if (!row().details.empty()) EXPECT_EQ(textsAt(lines, "FM"), row().details);
+    if (!row().resultLines.empty()) {
+        EXPECT_EQ(results, row().resultLines);
+    }
+    if (!row().details.empty()) {
+        EXPECT_EQ(textsAt(lines, "FM"), row().details);
+    }
 }
 
 TEST_P(ExchangeTest, Trace_otherKind)

@@ -50,6 +50,7 @@ struct OutText
     void reset(unsigned long newCapacity);
     operator char*() { return bytes.data() + guard; }
     operator unsigned long*() { return &length; }
+    char at(std::size_t i) const { return bytes[guard + i]; }
     std::string text() const { return std::string(bytes.data() + guard, length); }
     bool bufferUntouched() const;
     bool guardsIntact() const;
@@ -59,8 +60,15 @@ struct OutText
     unsigned long length = 0;
 };
 
+// Each text has a capacity of its own, so that a request shows which one it carries: 300, 301, …
 struct Outputs
 {
+    Outputs()
+    {
+        for (unsigned long i = 0; i < texts.size(); ++i)
+            texts[i].reset(300 + i);
+    }
+
     std::array<OutText, 6> texts;
     std::array<unsigned long, 3> numbers{};
 };
@@ -105,6 +113,7 @@ struct ExchangeRow
     long shortResult = 111;                     // result when the reply ends behind its kind
     bool shortForm = false;                     // exchanged by the channel client's send, which traces by itself
     bool sendAndReceive = false;                // exchanged by SendAndReceive, likewise
+    bool entryElsewhere = false;                // the entry is told by a test of its own
     long failingResult = 8012;                  // result for server result 8012
     std::vector<Exchanged> before = {};         // what the call exchanges first, and what is answered to it
     std::vector<Bytes> after = {};              // what a success makes it send next
