@@ -154,7 +154,7 @@ Bytes serveDevices(const Bytes& request)
     if (is(rawRead("A", "DeviceID"))) return textReply("other");
     if (is(rawRead("B", "DeviceID"))) return textReply("BOARD 7");
     if (is(rawRead("D", "DeviceID"))) return textReply("board 7");
-    if (is(rawRead("B", "Unit", 300))) return textReply("1");
+    if (is(rawRead("B", "Unit", 301))) return textReply("1");
     return failure(request[0] == 36 ? 259 : 8012);  // C has no device id, D no unit
 }
 
@@ -200,7 +200,7 @@ TEST_F(FromDeviceId, Walk_asksForEachDeviceAndItsId)
     nth(0);
     const std::vector<Bytes> expected = {Message(36).nullStr().u32(0).u32(260).bytes(), rawRead("A", "DeviceID"),
                                          Message(36).nullStr().u32(1).u32(260).bytes(), rawRead("B", "DeviceID"),
-                                         rawRead("B", "Unit", 300)};
+                                         rawRead("B", "Unit", 301)};
     EXPECT_EQ(channel.requests(), expected);
 }
 
