@@ -17,7 +17,7 @@ long DCFG_SpecialSetValue(const char* lpszParameter, const char* lpszValue)
     ApiCall call("DCFG_SpecialSetValue: ");
     KX_ENTRY(call, ">> lpszParameter=%s lpszValue=%s", lpszParameter, lpszValue);
     if (!lpszParameter || !lpszValue) return ERROR_INVALID_PARAMETER;
-    return call.done(call.send(opcode::SpecialSetValue, lpszParameter, lpszValue));
+    return call.send(opcode::SpecialSetValue, lpszParameter, lpszValue).done();
 }
 
 long DCFG_GetBoardAttributeLang(const char* lpszDeviceId, const char* lpszParameter, const char* lpszLanguage,
