@@ -1,4 +1,5 @@
-# GoogleTest from Debian's source package, and kxova_test(), which makes every case of a test program a ctest entry.
+# GoogleTest from Debian's source package, and kxova_test(), which makes every case of a test program a ctest entry, or
+# the whole program where a table gives it hundreds of them.
 include(GoogleTest)
 
 set(KXOVA_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's source tree")
@@ -8,7 +9,7 @@ add_subdirectory(${KXOVA_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FR
 # kxova_test(NAME SOURCES file... [LIBRARIES lib...] [DIRECTORY dir] [EXCLUSIVE] [WHOLE] [LABEL label])
 # EXCLUSIVE: the cases use what exists once per machine (the trace's kernel objects, the server's pipes) and run
 # with nothing beside them. WHOLE: the program is one ctest entry, for hundreds of cases that take less time than a
-# process each. DIRECTORY: where the program is put, beside the libraries that it is to load.
+# process each; its log names them. DIRECTORY: where the program is put, beside the libraries that it is to load.
 function(kxova_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "EXCLUSIVE;WHOLE" "DIRECTORY;LABEL" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
@@ -25,8 +26,8 @@ function(kxova_test name)
     list(APPEND properties LABELS ${arg_LABEL})
   endif()
   if(arg_WHOLE)
-    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-    set_tests_properties(${name} PROPERTIES ${properties})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ${properties} TIMEOUT 400)
     return()
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
