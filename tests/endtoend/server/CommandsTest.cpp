@@ -25,7 +25,7 @@ TEST(Commands, Version_isTheProductsVersion)
 {
     const Finished result = run(L"--version");
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.output, testing::MatchesRegex("kxovasrvx [0-9]+.[0-9]+.[0-9]+\r?\n"));
+    EXPECT_THAT(result.output, testing::StartsWith("kxovasrvx 1.0.0"));
 }
 
 TEST(Commands, Help_namesCommandsAndExitStatuses)
