@@ -25,7 +25,7 @@ TEST(Commands, Version_isTheProductsVersion)
 {
     const Finished result = run(L"--version");
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.output, testing::StartsWith("kxovasrvx 1.0.0"));
+    EXPECT_THAT(result.output, testing::MatchesRegex("kxovasrvx \\d+\\.\\d+\\.\\d+\r?\n"));
 }
 
 TEST(Commands, Help_namesCommandsAndExitStatuses)

@@ -24,12 +24,11 @@ Program::Program(const std::wstring& arguments)
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = startup.hStdError = writing.get();
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, CREATE_NEW_PROCESS_GROUP,
-                        nullptr, nullptr, &startup, &started)) {
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &started)) {
         return;
     }
     process_.reset(started.hProcess);
-    id_ = started.dwProcessId;
     CloseHandle(started.hThread);
 }
 
@@ -66,11 +65,6 @@ int Program::exitStatus()
     if (WaitForSingleObject(process_.get(), longest) != WAIT_OBJECT_0) return -1;
     GetExitCodeProcess(process_.get(), &status);
     return static_cast<int>(status);
-}
-
-bool Program::interrupt()
-{
-    return GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, id_) != FALSE;
 }
 
 void Program::kill()

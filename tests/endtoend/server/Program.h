@@ -23,9 +23,6 @@ class Program
     // All that it has printed, standard error included; complete once it has ended.
     const std::string& output() const { return output_; }
 
-    // What Ctrl-Break does; false if it cannot be sent.
-    bool interrupt();
-
     void kill();
 
  private:
@@ -33,7 +30,6 @@ class Program
 
     srv::Handle process_;
     srv::Handle reading_;
-    DWORD id_ = 0;
     std::string output_;
 };
 

@@ -46,18 +46,6 @@ TEST_F(Run, SecondServer_endsWithStatus3AndSaysWhy)
     EXPECT_THAT(second.output, HasSubstr("Stop it first"));
 }
 
-TEST_F(Run, CtrlBreak_stopsCleanlyWithClientsConnected)
-{
-    Program server(L"run");
-    ASSERT_TRUE(server.prints("ready"));
-    PipeClient client(channel);
-    ASSERT_TRUE(client.connected());
-    if (!server.interrupt()) GTEST_SKIP() << "there is no console here to send Ctrl-Break through";
-    EXPECT_EQ(server.exitStatus(), 0);
-    EXPECT_THAT(server.output(), HasSubstr("stopped"));
-    EXPECT_TRUE(client.receive().empty());
-}
-
 TEST_F(Run, Quiet_printsTheReadyLineOnly)
 {
     Program server(L"run --quiet");
