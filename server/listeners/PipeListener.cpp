@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <mutex>
+#include <new>
 
 #include "base/Text.h"
 #include "listeners/PipeConnection.h"
@@ -164,16 +165,20 @@ void PipeListener::serve(Handle pipe)
     auto connection = std::make_shared<PipeConnection>(std::move(pipe), maker_(id, process), shared_->stop.get(),
                                                        options_.writeTimeout);
     log_.debug("connection %llu: client %lu", static_cast<unsigned long long>(id), process);
-    shared_->enter();
-    const bool started = Thread::startDetached([shared = shared_, connection, &log = log_, id, process]() mutable {
+    auto body = [shared = shared_, connection, &log = log_, id, process]() mutable {
         const char* const reason = connection->serve();
         log.debug("connection %llu: client %lu: ended: %s", static_cast<unsigned long long>(id), process, reason);
         connection.reset();
         shared->leave();
-    });
-    if (started) return;
+    };
+    shared_->enter();
+    try {
+        if (Thread::startDetached(std::move(body))) return;
+        log_.error("no thread for a connection");
+    } catch (const std::bad_alloc&) {
+        log_.error("no memory for a connection");
+    }
     shared_->leave();
-    log_.error("no thread for a connection");
 }
 
 bool PipeListener::stop(DWORD milliseconds) noexcept
