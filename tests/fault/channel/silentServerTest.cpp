@@ -43,7 +43,7 @@ TEST_F(SilentServer, NoAnswer_leavesTheCallersBuffersAlone)
 
 TEST_F(SilentServer, AfterTimeOut_nextCallConnectsAnewAndGetsItsAnswer)
 {
-    const CallBound bound(L"500");
+    const CallBound bound(L"2000");
     const OpenChannel channel(name);
     server.then(noAnswer);
     ASSERT_EQ(call(channel, frames::request(33)).error, KXONLINX_TIMED_OUT);
@@ -64,7 +64,7 @@ TEST_F(SilentServer, TimedOutRequest_isSentOnce)
 
 TEST_F(SilentServer, LateAnswer_isNeverTakenForTheNextOne)
 {
-    const CallBound bound(L"500");
+    const CallBound bound(L"2000");
     const OpenChannel channel(name);
     const auto timedOut = makeEvent();
     const auto written = makeEvent();
