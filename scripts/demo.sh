@@ -23,7 +23,7 @@ kxova() {
   done
   printf '\n'
   local status=0
-  wine build/x86/bin/kxova.exe "$@" 2>&1 || status=$?
+  scripts/run-wine build/x86/bin/kxova.exe "$@" 2>&1 || status=$?
   [ "$status" = 0 ] || printf '(exit status %s)\n' "$status"
 }
 
@@ -55,7 +55,7 @@ for _ in $(seq 1 300); do
   sleep 0.1
 done
 if ! grep '^kxovasrvx: ready' "$server_log"; then cat "$server_log"; exit 1; fi
-wine build/x86/bin/kxova.exe device delete "$demo_device" >/dev/null 2>&1 || true
+scripts/run-wine build/x86/bin/kxova.exe device delete "$demo_device" >/dev/null 2>&1 || true
 
 title "A logical device is made from a definition, read and written"
 kxova device create "$demo_device" --from NX3110.MPI

@@ -99,10 +99,15 @@ make_prefix() {
   touch "$prefix/.made"
 }
 
+make_launcher() {
+  x86_64-w64-mingw32-gcc-posix -O2 -s -Wall -Wextra -Werror -o "$wine_dir/launch.exe" "$root/scripts/launch.c"
+}
+
 mkdir -p "$wine_dir"
-if [ -f "$stamp" ] && [ "$stamp" -nt "$0" ] && [ -f "$prefix/.made" ] && installed "${packages[@]}"; then exit 0; fi
+if [ -f "$stamp" ] && [ "$stamp" -nt "$0" ] && [ "$wine_dir/launch.exe" -nt "$root/scripts/launch.c" ] && [ -f "$prefix/.made" ] && installed "${packages[@]}"; then exit 0; fi
 install_packages
 fetch_i386_modules
 make_prefix
+make_launcher
 touch "$stamp"
 say "ready"

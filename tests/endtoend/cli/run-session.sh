@@ -52,7 +52,7 @@ play() {
         echo "$line"
         eval "words=(${line#\$ })"
         local program=${words[0]} status=0
-        wine "build/x86/bin/$program.exe" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
+        scripts/run-wine "build/x86/bin/$program.exe" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
         tr -d '\r' <"$work/out"
         tr -d '\r' <"$work/err"
         [ "$status" = 0 ] || echo "[$status]"

@@ -142,7 +142,7 @@ TEST_F(PipeServerAbsent, ThousandClients_leaveNoHandle)
     const std::size_t before = handleCount();
     for (int i = 0; i < 1000 && !testing::Test::HasFatalFailure(); ++i)
         use();
-    EXPECT_EQ(handleCount(), before);
+    EXPECT_LE(handleCount(), before + handlesOfTheRunTime);
 }
 
 TEST_F(PipeServerAbsent, StartingForAThousandClients_leavesNoHandle)
@@ -157,7 +157,7 @@ TEST_F(PipeServerAbsent, StartingForAThousandClients_leavesNoHandle)
     const std::size_t before = handleCount();
     for (int i = 0; i < 1000 && !testing::Test::HasFatalFailure(); ++i)
         use();
-    EXPECT_EQ(handleCount(), before);
+    EXPECT_LE(handleCount(), before + handlesOfTheRunTime);
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ Names exportedBy(const char* moduleName)
     const auto* exports = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(image + directory.VirtualAddress);
     const auto* names = reinterpret_cast<const DWORD*>(image + exports->AddressOfNames);
     Names all;
-    for (DWORD i = 0; i < exports->NumberOfNames; ++i) all.emplace(reinterpret_cast<const char*>(image + names[i]));
+    for (DWORD i = 0; i < exports->NumberOfNames; ++i)
+        all.emplace(reinterpret_cast<const char*>(image + names[i]));
     return all;
 }
 

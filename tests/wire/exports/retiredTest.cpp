@@ -56,49 +56,63 @@ std::string retiredName(const testing::TestParamInfo<Retired>& info)
 std::vector<Retired> group(long result, std::initializer_list<const char*> names)
 {
     std::vector<Retired> rows;
-    for (const char* name : names) rows.push_back({name, result});
+    for (const char* name : names)
+        rows.push_back({name, result});
     return rows;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Zero, RetiredTest,
-    testing::ValuesIn(group(0, {"DeviceIDGetEnum", "LogDeviceCreateTempFromDef", "DCFG_ExeStart",
-                                "DCFG_IsServer2008", "DCFG_IsW2K", "DCFG_IsWNT4", "DCFG_LogDeviceLink_bAnyLocks",
-                                "DCFG_LogDevice_bAnyLocks", "DCFG_RegHasChanged", "DCFG_StartServer",
-                                "DCFG_StopServer"})),
-    retiredName);
+INSTANTIATE_TEST_SUITE_P(Zero, RetiredTest,
+                         testing::ValuesIn(group(0, {"DeviceIDGetEnum", "LogDeviceCreateTempFromDef", "DCFG_ExeStart",
+                                                     "DCFG_IsServer2008", "DCFG_IsW2K", "DCFG_IsWNT4",
+                                                     "DCFG_LogDeviceLink_bAnyLocks", "DCFG_LogDevice_bAnyLocks",
+                                                     "DCFG_RegHasChanged", "DCFG_StartServer", "DCFG_StopServer"})),
+                         retiredName);
 
-INSTANTIATE_TEST_SUITE_P(
-    NotSupported, RetiredTest,
-    testing::ValuesIn(group(
-        8018, {"DCFG_GetProtocolAttribute",  "DCFG_LogDeviceCreateFromDef",
-               "DCFG_LogDeviceSetLinkedValue", "DCFG_LogDeviceSetParamDesc",
-               "DCFG_RegCopyKey",            "DCFG_RegCopyKeyEx",
-               "DCFG_RegCopyKeyTyped",       "DCFG_RegCreateKey",
-               "DCFG_RegDelKey",             "DCFG_RegDelValue",
-               "DCFG_RegGetEnumValueTyped",  "_Z16DCFG_RegGetValuePKcS0_PmPvS1_",
-               "DCFG_RegGetValueTyped",      "DCFG_RegOpen",
-               "_Z16DCFG_RegSetValuePKcS0_PKvm", "DCFG_RegSetValueTyped",
-               "DCFG_RestoreRunOnce",        "DCFG_SaveRunOnce",
-               "KxBRegDelKey",               "KxBRegEnumKey",
-               "_Z13KxBRegEnumKeyP6HKEY__PKcmR7CString", "KxBRegEnumValue",
-               "_Z15KxBRegEnumValueP6HKEY__PKcmR7CStringS4_", "KxBRegGetValueTyped",
-               "KxRegCopyKey",               "KxRegCopyKeyTyped",
-               "_Z14KxRegCreateKeyP6HKEY__PKc", "KxRegEnumValueTyped",
-               "KxRegGetValueTyped",         "KxRegGetValueWord",
-               "KxRegKeyExists",             "KxRegOpen",
-               "KxRegSetValueTyped"})),
-    retiredName);
+INSTANTIATE_TEST_SUITE_P(NotSupported, RetiredTest,
+                         testing::ValuesIn(group(8018, {"DCFG_GetProtocolAttribute",
+                                                        "DCFG_LogDeviceCreateFromDef",
+                                                        "DCFG_LogDeviceSetLinkedValue",
+                                                        "DCFG_LogDeviceSetParamDesc",
+                                                        "DCFG_RegCopyKey",
+                                                        "DCFG_RegCopyKeyEx",
+                                                        "DCFG_RegCopyKeyTyped",
+                                                        "DCFG_RegCreateKey",
+                                                        "DCFG_RegDelKey",
+                                                        "DCFG_RegDelValue",
+                                                        "DCFG_RegGetEnumValueTyped",
+                                                        "_Z16DCFG_RegGetValuePKcS0_PmPvS1_",
+                                                        "DCFG_RegGetValueTyped",
+                                                        "DCFG_RegOpen",
+                                                        "_Z16DCFG_RegSetValuePKcS0_PKvm",
+                                                        "DCFG_RegSetValueTyped",
+                                                        "DCFG_RestoreRunOnce",
+                                                        "DCFG_SaveRunOnce",
+                                                        "KxBRegDelKey",
+                                                        "KxBRegEnumKey",
+                                                        "_Z13KxBRegEnumKeyP6HKEY__PKcmR7CString",
+                                                        "KxBRegEnumValue",
+                                                        "_Z15KxBRegEnumValueP6HKEY__PKcmR7CStringS4_",
+                                                        "KxBRegGetValueTyped",
+                                                        "KxRegCopyKey",
+                                                        "KxRegCopyKeyTyped",
+                                                        "_Z14KxRegCreateKeyP6HKEY__PKc",
+                                                        "KxRegEnumValueTyped",
+                                                        "KxRegGetValueTyped",
+                                                        "KxRegGetValueWord",
+                                                        "KxRegKeyExists",
+                                                        "KxRegOpen",
+                                                        "KxRegSetValueTyped"})),
+                         retiredName);
 
 INSTANTIATE_TEST_SUITE_P(One, RetiredTest,
                          testing::ValuesIn(group(1, {"DCFG_IsPnPOs", "DCFG_IsVista", "DCFG_IsW2KPOrGreater"})),
                          retiredName);
 
-INSTANTIATE_TEST_SUITE_P(
-    NotImplemented, RetiredTest,
-    testing::ValuesIn(group(120, {"_Z17DCFG_BoardFindNewPKcP7CStringS2_",
-                                  "_Z17DCFG_BoardGetEnumPKcmP7CStringS2_iS2_", "DCFG_ProtocolGetEnum"})),
-    retiredName);
+INSTANTIATE_TEST_SUITE_P(NotImplemented, RetiredTest,
+                         testing::ValuesIn(group(120, {"_Z17DCFG_BoardFindNewPKcP7CStringS2_",
+                                                       "_Z17DCFG_BoardGetEnumPKcmP7CStringS2_iS2_",
+                                                       "DCFG_ProtocolGetEnum"})),
+                         retiredName);
 
 INSTANTIATE_TEST_SUITE_P(Libraries, RetiredTest,
                          testing::Values(Retired{"DCFG_LogDeviceCallDLL", 8104}, Retired{"DCFG_DllLoad", 8102}),

@@ -55,8 +55,8 @@ TraceLine parse(const std::string& raw)
     const std::string rest = raw.substr(functionColumn);
     line.function = rest.substr(0, rest.find(' '));
     // A name of the field's whole width has lost its blank.
-    const bool blankAtItsEnd = line.function.size() < functionWidth &&
-                               (line.function.back() == ':' || line.function == "ReadString()");
+    const bool blankAtItsEnd =
+        line.function.size() < functionWidth && (line.function.back() == ':' || line.function == "ReadString()");
     line.text = rest.substr(std::min(rest.size(), line.function.size() + (blankAtItsEnd ? 2 : 1)));
     if (!line.text.empty() && line.text.back() == '\n') line.text.pop_back();
     return line;

@@ -20,7 +20,8 @@ HWND eventWindow()
 HWND awaitEventWindow()
 {
     constexpr DWORD bound = 20000;
-    for (const DWORD start = GetTickCount(); !eventWindow() && GetTickCount() - start < bound;) Sleep(1);
+    for (const DWORD start = GetTickCount(); !eventWindow() && GetTickCount() - start < bound;)
+        Sleep(1);
     return eventWindow();
 }
 
