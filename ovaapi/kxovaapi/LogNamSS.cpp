@@ -4,32 +4,12 @@
 
 #include "frame/ApiCall.h"
 #include "frame/guarded.h"
-#include "frame/ListCache.h"
+#include "frame/valueEnumeration.h"
 #include "kxovaapi.h"
 
 namespace {
 
 ListCache s_values;  // name, value, name, value, …
-
-bool missing(const char* text) noexcept
-{
-    return !text || !*text;
-}
-
-// The values of a name one request each, for a server that does not list them.
-TextList valuesOneByOne(const char* lpszLogName)
-{
-    TextList list;
-    for (unsigned long i = 0;; ++i) {
-        char name[textCapacity] = {};
-        char value[textCapacity] = {};
-        unsigned long nameLength = sizeof name;
-        unsigned long valueLength = sizeof value;
-        if (LogNameGetEnumValue(lpszLogName, i, name, &nameLength, value, &valueLength) != ERROR_SUCCESS) return list;
-        list.emplace_back(name, nameLength);
-        list.emplace_back(value, valueLength);
-    }
-}
 
 }  // namespace
 
@@ -123,15 +103,8 @@ long DCFG_LogNameGetEnumValue(const char* lpszLogName, const char* lpszSubKey, u
         KX_ENTRY(call, ">>lpszLogName %s iValue=%d - Pid %d Tid %d", lpszLogName, dec(iValue), currentPid(),
                  currentTid());
         if (!name || !nameLength || !value || !valueLength) return ERROR_INVALID_PARAMETER;
-        ListCache::Handle list = s_values.get();
-        if (!list) {
-            TextList fetched;
-            Reply reply =
-                call.request(opcode::LogNameValueList, lpszLogName, lpszSubKey, nullptr, 0UL, largeListCapacity);
-            if (!readList(reply, largeListCapacity, splitList, fetched)) fetched = valuesOneByOne(lpszLogName);
-            list = s_values.put(std::move(fetched));
-        }
-        return pairOut(call, s_values, *list, iValue, name, nameLength, value, valueLength);
+        return enumerateValue(call, {s_values, opcode::LogNameValueList, largeListCapacity, LogNameGetEnumValue},
+                              lpszLogName, lpszSubKey, iValue, name, nameLength, value, valueLength);
     });
 }
 

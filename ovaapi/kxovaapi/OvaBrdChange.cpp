@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "channel/eventWindow.h"
-#include "channel/handles.h"
 #include "channel/kxOvascp.h"
 #include "frame/ApiCall.h"
 #include "kxovaapi.h"
+#include "platform/support/win_handle.h"
 
 namespace {
 
@@ -69,20 +69,36 @@ unsigned long handleValue(const HANDLE* event) noexcept
     return event ? static_cast<unsigned long>(reinterpret_cast<ULONG_PTR>(*event)) : 0;
 }
 
-// The start of a registration: arguments, event, channel and window.
-long beginRegistration(const ApiCall& call, const char* eventName, HANDLE* event, const void* reserved) noexcept
+// A registration: arguments, event, channel and window, and then the request.
+template <typename Exchange>
+unsigned long registerEvent(const ApiCall& call, const char* nameFormat, const char* eventName, HANDLE* event,
+                            const void* reserved, Exchange exchange)
 {
     KX_ENTRY(call, ">> eventName=%s", eventName);
     if (!eventName || !event || !reserved) {
-        return call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR: eventName=NULL");
+        return static_cast<unsigned long>(call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR: eventName=NULL"));
     }
-    return createEvent(call, eventName, event);
+    if (const long status = createEvent(call, eventName, event); status != ERROR_SUCCESS) {
+        return static_cast<unsigned long>(status);
+    }
+    const ServerEventName serverName(call, nameFormat, eventName);
+    GetChannelClient(true);
+    if (const std::int32_t status = kxOvascp::RegisterHwndMsg(); status != 0) {
+        return static_cast<unsigned long>(call.done(status, "<< result= 0x%x "));
+    }
+    return static_cast<unsigned long>(exchange(serverName));
 }
 
-long registerWindow(const ApiCall& call) noexcept
+template <typename Exchange>
+unsigned long unregisterEvent(const ApiCall& call, const char* eventName, Exchange exchange)
 {
-    const std::int32_t status = kxOvascp::RegisterHwndMsg();
-    return status == 0 ? ERROR_SUCCESS : call.done(status, "<< result= 0x%x ");
+    KX_ENTRY(call, ">> eventName=%s", eventName);
+    if (!eventName) {
+        return static_cast<unsigned long>(call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR: eventName=NULL"));
+    }
+    const ServerEventName serverName(call, globalName, eventName);
+    GetChannelClient(true);
+    return static_cast<unsigned long>(exchange(serverName));
 }
 
 }  // namespace
@@ -185,68 +201,48 @@ unsigned long LogDeviceNotifyChange(const char* subject, unsigned long, unsigned
                                     HANDLE* event, void* reserved)
 {
     ApiCall call("LogDeviceNotifyChange: ");
-    long status = beginRegistration(call, eventName, event, reserved);
-    if (status != ERROR_SUCCESS) return static_cast<unsigned long>(status);
-    const ServerEventName serverName(call, globalName, eventName);
-    GetChannelClient(true);
-    status = registerWindow(call);
-    if (status != ERROR_SUCCESS) return static_cast<unsigned long>(status);
-    return static_cast<unsigned long>(
-        call.request(opcode::NotifyRegister, logDevices, subject, serverName, handleValue(event))
+    return registerEvent(call, globalName, eventName, event, reserved, [&](const char* serverName) {
+        return call.request(opcode::NotifyRegister, logDevices, subject, serverName, handleValue(event))
             .orReadFault()
-            .done());
+            .done();
+    });
 }
 
 unsigned long LogDeviceUnregisterNotifyChange(const char* subject, const char* eventName, const HANDLE* event)
 {
     ApiCall call("LogDeviceUnregisterNotifyChange: ");
-    KX_ENTRY(call, ">> eventName=%s", eventName);
-    if (!eventName) {
-        return static_cast<unsigned long>(call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR: eventName=NULL"));
-    }
-    const ServerEventName serverName(call, globalName, eventName);
-    GetChannelClient(true);
-    return static_cast<unsigned long>(
-        call.request(opcode::NotifyUnregister, logDevices, subject, serverName, handleValue(event))
+    return unregisterEvent(call, eventName, [&](const char* serverName) {
+        return call.request(opcode::NotifyUnregister, logDevices, subject, serverName, handleValue(event))
             .orReadFault()
-            .done());
+            .done();
+    });
 }
 
 unsigned long LogNameNotifyChange(const char* subject, unsigned long, unsigned long, const char* eventName,
                                   HANDLE* event, void* reserved)
 {
     ApiCall call("LogNameNotifyChange: ");
-    long status = beginRegistration(call, eventName, event, reserved);
-    if (status != ERROR_SUCCESS) return static_cast<unsigned long>(status);
-    // Alone of the four, this name has no prefix.
-    const ServerEventName serverName(call, localName, eventName);
-    GetChannelClient(true);
-    status = registerWindow(call);
-    if (status != ERROR_SUCCESS) return static_cast<unsigned long>(status);
-    return static_cast<unsigned long>(
-        call.send(opcode::NotifyRegister, logNames, subject, serverName, handleValue(event)).done());
+    // Alone of the four, this event's name has no prefix.
+    return registerEvent(call, localName, eventName, event, reserved, [&](const char* serverName) {
+        return call.send(opcode::NotifyRegister, logNames, subject, serverName, handleValue(event)).done();
+    });
 }
 
 unsigned long LogNameUnregisterNotifyChange(const char* subject, const char* eventName, const HANDLE* event)
 {
     ApiCall call("LogDeviceUnregisterNotifyChange: ");  // traced under the other function's name
-    KX_ENTRY(call, ">> eventName=%s", eventName);
-    if (!eventName) {
-        return static_cast<unsigned long>(call.fail(ERROR_INVALID_PARAMETER, "<< return ERROR: eventName=NULL"));
-    }
-    const ServerEventName serverName(call, globalName, eventName);
-    GetChannelClient(true);
-    return static_cast<unsigned long>(
-        call.send(opcode::NotifyUnregister, logNames, subject, serverName, handleValue(event)).done());
+    return unregisterEvent(call, eventName, [&](const char* serverName) {
+        return call.send(opcode::NotifyUnregister, logNames, subject, serverName, handleValue(event)).done();
+    });
 }
 
 unsigned long LogDeviceFlush(void)
 {
     ApiCall call("LogDeviceFlush: ");
     KX_ENTRY(call, ">> start");
-    unique_handle flush(OpenEventA(EVENT_MODIFY_STATE, TRUE, "Global\\DCFG_FLUSH_LOGDEV"));
-    unique_handle ok(OpenEventA(EVENT_ALL_ACCESS, TRUE, "Global\\DCFG_FLUSH_RESP_OK"));
-    unique_handle error(OpenEventA(EVENT_ALL_ACCESS, TRUE, "Global\\DCFG_FLUSH_RESP_ERR"));
+    platform::KernelObject flush(OpenEventA(EVENT_MODIFY_STATE, TRUE, "Global\\DCFG_FLUSH_LOGDEV"));
+    platform::KernelObject ok(OpenEventA(EVENT_ALL_ACCESS, TRUE, "Global\\DCFG_FLUSH_RESP_OK"));
+    platform::KernelObject error(OpenEventA(EVENT_ALL_ACCESS, TRUE, "Global\\DCFG_FLUSH_RESP_ERR"));
     if (!flush || !ok || !error) {
         KX_RESULT(call, "<< return ERROR: hFlushEvent=0x%x hEvent[x]=0x%x - 0x%x", hex(flush.get()), hex(ok.get()),
                   hex(error.get()));

@@ -3,15 +3,6 @@
 #include "frame/ApiCall.h"
 #include "kxovaapi.h"
 
-namespace {
-
-bool missing(const char* text) noexcept
-{
-    return !text || !*text;
-}
-
-}  // namespace
-
 long DCFG_GetParameterMetaData(const char* folder, const char* subfolder, const char* item, const char* parameter,
                                char* buffer, unsigned long* length)
 {

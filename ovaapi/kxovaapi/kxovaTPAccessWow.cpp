@@ -9,11 +9,6 @@ namespace {
 
 constexpr std::uint32_t valueMarker = 1;  // a constant that ends the requests for one value
 
-bool missing(const char* text) noexcept
-{
-    return !text || !*text;
-}
-
 // The operation codes of a template type; 0 for an unknown type, which the server answers as it likes.
 struct TypeCodes
 {

@@ -3,15 +3,6 @@
 #include "frame/ApiCall.h"
 #include "kxovaapi.h"
 
-namespace {
-
-bool missing(const char* text) noexcept
-{
-    return !text || !*text;
-}
-
-}  // namespace
-
 long TemplateGetEnum(const char* type, unsigned long iValue, char* buffer, unsigned long* length)
 {
     ApiCall call("TemplateGetEnum: ");

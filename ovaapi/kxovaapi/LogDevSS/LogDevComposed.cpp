@@ -5,30 +5,13 @@
 #include "channel/kxOvascp.h"
 #include "frame/ApiCall.h"
 #include "frame/guarded.h"
-#include "frame/ListCache.h"
+#include "frame/valueEnumeration.h"
 #include "kxovaapi.h"
 #include "kxstring32x.h"
 
 namespace {
 
 ListCache s_values;  // name, value, name, value, …
-
-// The values of a device one request each, for a server that does not list them.
-TextList valuesOneByOne(const char* lpszLogDevice)
-{
-    TextList list;
-    for (unsigned long i = 0;; ++i) {
-        char name[textCapacity] = {};
-        char value[textCapacity] = {};
-        unsigned long nameLength = sizeof name;
-        unsigned long valueLength = sizeof value;
-        if (LogDeviceGetEnumValue(lpszLogDevice, i, name, &nameLength, value, &valueLength) != ERROR_SUCCESS) {
-            return list;
-        }
-        list.emplace_back(name, nameLength);
-        list.emplace_back(value, valueLength);
-    }
-}
 
 // One raw value; false when it cannot be read.
 bool rawValue(const char* lpszLogDevice, const char* lpszParameter, char (&value)[textCapacity], long& result)
@@ -69,15 +52,8 @@ long DCFG_LogDeviceGetEnumValue(const char* lpszLogDevice, const char* lpszSubKe
     return guarded([&]() -> long {
         KX_ENTRY(call, ">>lpszLogDevice=%s iValue=%d - Pid %d Tid %d", lpszLogDevice, dec(iValue), currentPid(),
                  currentTid());
-        ListCache::Handle list = s_values.get();
-        if (!list) {
-            TextList fetched;
-            Reply reply =
-                call.request(opcode::LogDeviceValueList, lpszLogDevice, lpszSubKey, nullptr, 0UL, listCapacity);
-            if (!readList(reply, listCapacity, splitList, fetched)) fetched = valuesOneByOne(lpszLogDevice);
-            list = s_values.put(std::move(fetched));
-        }
-        return pairOut(call, s_values, *list, iValue, name, nameLength, value, valueLength);
+        return enumerateValue(call, {s_values, opcode::LogDeviceValueList, listCapacity, LogDeviceGetEnumValue},
+                              lpszLogDevice, lpszSubKey, iValue, name, nameLength, value, valueLength);
     });
 }
 

@@ -6,12 +6,12 @@
 #include <list>
 #include <memory>
 
-#include "channel/handles.h"
 #include "channel/kxOvascp.h"
 #include "channel/ovaScpLock.h"
 #include "channel/traceValues.h"
 #include "kxframework.h"
 #include "Kxotrc.h"
+#include "platform/support/win_handle.h"
 
 namespace eventWindow {
 namespace {
@@ -25,8 +25,8 @@ constexpr DWORD closeWait = 200;   // milliseconds
 constexpr char procedureName[] = "EventWindow";
 
 // Written under the channel lock or by the message thread.
-unique_handle s_ready;
-unique_handle s_closed;
+platform::KernelObject s_ready;
+platform::KernelObject s_closed;
 HWND s_window = nullptr;
 std::uintptr_t s_thread = 0;  // only tells that a thread was started; the handle behind it is closed at once
 
@@ -161,11 +161,12 @@ unsigned __stdcall messageThread(void*)
 }
 
 // Event names are unique per process, window station and session.
-unique_handle createNamedEvent(const char* format, DWORD process, const char* station, DWORD session) noexcept
+platform::KernelObject createNamedEvent(const char* format, DWORD process, const char* station,
+                                        DWORD session) noexcept
 {
     char name[400];
     std::snprintf(name, sizeof name, format, dec(process), station, dec(session));
-    return unique_handle(CreateEventA(nullptr, TRUE, FALSE, name));
+    return platform::KernelObject(CreateEventA(nullptr, TRUE, FALSE, name));
 }
 
 void createEvents(const char* function) noexcept

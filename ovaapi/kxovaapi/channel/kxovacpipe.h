@@ -11,7 +11,7 @@
 
 #include "buffers/receivedData.h"
 #include "buffers/sendData.h"
-#include "channel/handles.h"
+#include "platform/support/win_handle.h"
 
 inline constexpr DWORD serverStartTimeout = 20000;  // milliseconds
 
@@ -31,8 +31,8 @@ class Kxovapipe
  private:
     struct Connection
     {
-        unique_file pipe;
-        unique_handle startEvent;
+        platform::File pipe;
+        platform::KernelObject startEvent;
         char name[260];
         std::uint8_t writeBuffer[wire::maxPayload];
         std::uint8_t readBuffer[wire::maxPayload];
@@ -55,7 +55,7 @@ class Kxovapipe
 
     SECURITY_ATTRIBUTES* attributes_;
     DWORD startTimeout_;
-    unique_handle mutex_;
+    platform::KernelObject mutex_;
     std::mutex exchange_;
     std::unique_ptr<Connection> connection_;
 };

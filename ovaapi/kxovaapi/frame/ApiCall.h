@@ -34,6 +34,12 @@ inline constexpr std::uint32_t smallListCapacity = 2048;
 inline constexpr std::uint32_t listCapacity = 4080;
 inline constexpr std::uint32_t largeListCapacity = 8160;
 
+// The arguments that many functions refuse.
+inline bool missing(const char* text) noexcept
+{
+    return !text || !*text;
+}
+
 // A request field that carries the capacity behind a caller's length pointer; 0 for a NULL pointer.
 struct Capacity
 {

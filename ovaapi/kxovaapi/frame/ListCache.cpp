@@ -72,21 +72,3 @@ long copyOut(const std::string& text, char* buffer, unsigned long* length) noexc
     *length = static_cast<unsigned long>(text.size());
     return ERROR_SUCCESS;
 }
-
-long pairOut(ApiCall& call, ListCache& cache, const TextList& list, unsigned long iValue, char* name,
-             unsigned long* nameLength, char* value, unsigned long* valueLength)
-{
-    if (iValue >= list.size() / 2) {
-        cache.drop();
-        return call.fail(DCFG_ERR_NO_MORE_ITEMS, "<< return DCFG_ERR_NO_MORE_ITEMS");
-    }
-    const std::string& nameText = list[2 * iValue];
-    const std::string& valueText = list[2 * iValue + 1];
-    if (!fitsOut(nameText, name, nameLength) || !fitsOut(valueText, value, valueLength)) {
-        return call.fail(DCFG_ERR_BUFFER_TOO_SHORT, "<< return Error=DCFG_ERR_BUFFER_TOO_SHORT");
-    }
-    copyOut(nameText, name, nameLength);
-    copyOut(valueText, value, valueLength);
-    KX_RESULT(call, "<< return ok Parameter %s Value %s ", nameText.c_str(), valueText.c_str());
-    return ERROR_SUCCESS;
-}

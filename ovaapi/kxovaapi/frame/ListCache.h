@@ -40,7 +40,3 @@ bool readList(Reply& reply, std::uint32_t capacity, TextList (*split)(const char
 // terminator do not fit or there is no buffer.
 long copyOut(const std::string& text, char* buffer, unsigned long* length) noexcept;
 bool fitsOut(const std::string& text, const char* buffer, const unsigned long* length) noexcept;
-
-// The iValue-th pair of a list of names and values, or the end of the list, which drops it; traces either.
-long pairOut(ApiCall& call, ListCache& cache, const TextList& list, unsigned long iValue, char* name,
-             unsigned long* nameLength, char* value, unsigned long* valueLength);

@@ -3,17 +3,17 @@
 #include <cstring>
 #include <string>
 
-#include "channel/handles.h"
 #include "frame/ApiCall.h"
 #include "frame/guarded.h"
 #include "frame/ListCache.h"
 #include "kxovaapi.h"
+#include "platform/support/win_handle.h"
 
 namespace {
 
 CCriticalSection s_lock;  // one creation, read or write at a time
 
-long openKey(HKEY parent, const char* lpszKey, unique_hkey& key, unsigned long access)
+long openKey(HKEY parent, const char* lpszKey, platform::RegistryKey& key, unsigned long access)
 {
     HKEY opened = nullptr;
     const long result = KxBRegOpen(parent, lpszKey, opened, access);
@@ -69,7 +69,7 @@ long KxBRegKeyExists(HKEY parent, const char* lpszKey, unsigned long access)
 {
     ApiCall call("KxBRegKeyExists: ");
     KX_ENTRY(call, ">> lpszKey=%s access=%x", lpszKey, hex(access));
-    unique_hkey key;
+    platform::RegistryKey key;
     return call.done(openKey(parent, lpszKey, key, access));
 }
 
@@ -79,7 +79,7 @@ long KxBRegCreateKey(HKEY parent, const char* lpszKey)
     return guarded([&]() -> long {
         CSingleLock lock(&s_lock, TRUE);
         KX_ENTRY(call, ">> lpszKey=%s", lpszKey);
-        unique_hkey key;
+        platform::RegistryKey key;
         return call.done(RegCreateKeyExA(parent, lpszKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE,
                                          nullptr, key.put(), nullptr));
     });
@@ -91,7 +91,7 @@ long KxBRegGetValue(HKEY parent, const char* lpszKey, const char* lpszParameter,
     return guarded([&]() -> long {
         CSingleLock lock(&s_lock, TRUE);
         KX_ENTRY(call, ">> lpszKey=%s lpszParameter=%s", lpszKey, lpszParameter);
-        unique_hkey key;
+        platform::RegistryKey key;
         std::string data;
         DWORD type = REG_NONE;
         long result = openKey(parent, lpszKey, key, KEY_QUERY_VALUE);
@@ -120,7 +120,7 @@ long KxBRegSetValue(HKEY parent, const char* lpszKey, const char* lpszParameter,
         CSingleLock lock(&s_lock, TRUE);
         KX_ENTRY(call, ">> lpszKey=%s lpszParameter=%s lpszValue=%s", lpszKey, lpszParameter, lpszValue);
         if (!lpszValue) return ERROR_INVALID_PARAMETER;
-        unique_hkey key;
+        platform::RegistryKey key;
         long result = openKey(parent, lpszKey, key, KEY_SET_VALUE);
         if (result == ERROR_SUCCESS) {
             result = RegSetValueExA(key.get(), lpszParameter, 0, REG_SZ, reinterpret_cast<const BYTE*>(lpszValue),
