@@ -55,11 +55,13 @@ std::vector<unsigned char> bareRequest()
 {
     std::vector<unsigned char> payload = {33, 0};
     const auto number = [&](std::uint32_t value) {
-        for (int i = 0; i < 4; ++i) payload.push_back(static_cast<unsigned char>(value >> (8 * i)));
+        for (int i = 0; i < 4; ++i)
+            payload.push_back(static_cast<unsigned char>(value >> (8 * i)));
     };
     const auto text = [&](const char* characters) {
         number(static_cast<std::uint32_t>(2 * std::strlen(characters)));
-        for (; *characters; ++characters) payload.insert(payload.end(), {static_cast<unsigned char>(*characters), 0});
+        for (; *characters; ++characters)
+            payload.insert(payload.end(), {static_cast<unsigned char>(*characters), 0});
     };
     text(device);
     text(parameter);

@@ -8,8 +8,7 @@ int main(int argc, char** argv)
     unsigned long length = sizeof value;
     long result = ERROR_INVALID_PARAMETER;
     if (argc == 3) result = LogDeviceSetValue(argv[1], "busparam", argv[2]);
-    if (argc == 2 || (argc == 3 && result == 0))
-        result = LogDeviceGetValue(argv[1], "busparam", value, &length);
+    if (argc == 2 || (argc == 3 && result == 0)) result = LogDeviceGetValue(argv[1], "busparam", value, &length);
 
     if (result == 0)
         printf("%s uses the bus parameters %s\n", argv[1], value);

@@ -24,7 +24,8 @@ KXOVAAPI CString sLoadResString(unsigned int id);
 
 /* A message box; yields the button chosen (the result of MessageBoxIndirectA; 0: there was no box). parent may be
  * NULL. A help id other than 0 adds a help button, which opens the application object's help for that id. cLangExt
- * chooses the language of the buttons: A German, B English, C French, D Spanish, E Italian, any other the system's. */
+ * chooses the language of the buttons: A German, B English, C French, D Spanish, E Italian, any other the system's.
+ */
 KXOVAAPI int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId);
 KXOVAAPI int nMessageBox(CWnd* parent, CString text, CString title, unsigned long style, unsigned long helpId,
                          char cLangExt);
