@@ -46,6 +46,11 @@ std::size_t ansiLength(std::wstring_view text) noexcept
     return static_cast<std::size_t>(std::max(length, 0));
 }
 
+std::string toAnsi(std::wstring_view text)
+{
+    return convert(CP_ACP, text);
+}
+
 std::string inQuotes(std::wstring_view text)
 {
     const bool cut = text.size() > longestQuoted;

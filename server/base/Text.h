@@ -14,6 +14,9 @@ std::wstring fromUtf8(std::string_view text);
 // How many bytes the text has in the ANSI code page, without terminator.
 std::size_t ansiLength(std::wstring_view text) noexcept;
 
+// The text in the ANSI code page, with the system's substitute for characters that it lacks.
+std::string toAnsi(std::wstring_view text);
+
 // For the log: in double quotes, control characters as \xNN, cut with "..." after 80 characters.
 std::string inQuotes(std::wstring_view text);
 

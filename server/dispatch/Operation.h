@@ -11,6 +11,9 @@
 
 #include "catalogue/Catalogue.h"
 #include "dispatch/Session.h"
+#include "hardware/Machine.h"
+#include "keys/Keys.h"
+#include "store/Settings.h"
 #include "store/Store.h"
 #include "wire/opcodes.h"
 #include "wire/ReplyWriter.h"
@@ -24,6 +27,9 @@ struct Context
     Store& store;
     const catalogue::Catalogue& catalogue;
     Log& log;
+    Settings& settings;
+    Machine& machine;
+    Keys& keys;
 };
 
 // One request under way.
@@ -96,7 +102,7 @@ inline void worse(Fields& all, Fields one) noexcept
 
 template <typename... Parameters, std::size_t... Index>
 Outcome invoke(Result (*handler)(const Call&, Parameters...), const Call& call, RequestReader& reader,
-               std::string* shown, std::index_sequence<Index...>)
+               [[maybe_unused]] std::string* shown, std::index_sequence<Index...>)
 {
     std::tuple<Parameters...> fields;
     Fields all = Fields::Good;

@@ -1,24 +1,15 @@
 #include "dispatch/Session.h"
 
-#include <algorithm>
+#include "store/Names.h"
 
 namespace srv {
 
 namespace {
 
-constexpr std::wstring_view prefix = L"DCFG_TEMP_LOG_DEVICE____";
-
 // An editor needs one or two; the bound keeps a client from filling the server's memory.
 constexpr std::size_t mostTemporaries = 256;
 
 }  // namespace
-
-bool isTemporaryName(std::wstring_view name) noexcept
-{
-    const auto isDigit = [](wchar_t unit) { return unit >= L'0' && unit <= L'9'; };
-    return name.size() > prefix.size() && catalogue::equalNoCase(name.substr(0, prefix.size()), prefix) &&
-           std::all_of(name.begin() + prefix.size(), name.end(), isDigit);
-}
 
 Content* Session::temporary(std::wstring_view name) noexcept
 {
@@ -30,7 +21,7 @@ Content* Session::temporary(std::wstring_view name) noexcept
 Result Session::createTemporary(Content content, std::wstring& name)
 {
     if (temporaries_.size() >= mostTemporaries) return result::quotaExceeded;
-    name = std::wstring(prefix) + std::to_wstring(nextTemporary_);
+    name = std::wstring(temporaryPrefix) + std::to_wstring(nextTemporary_);
     temporaries_.emplace(name, std::move(content));
     ++nextTemporary_;
     return result::ok;

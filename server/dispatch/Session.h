@@ -44,7 +44,4 @@ class Session
     std::uint32_t nextTemporary_ = 1;
 };
 
-// Whether a name is one that temporary devices get; stored devices cannot have such a name.
-bool isTemporaryName(std::wstring_view name) noexcept;
-
 }  // namespace srv

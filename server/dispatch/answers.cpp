@@ -1,5 +1,7 @@
 #include "dispatch/answers.h"
 
+#include <iterator>
+
 namespace srv {
 
 Result answerValue(const Call& call, const ValueTable& values, std::wstring_view name, Capacity capacity)
@@ -12,9 +14,33 @@ Result answerValueAt(const Call& call, const ValueTable& values, std::uint32_t i
                      Capacity textCapacity)
 {
     if (index >= values.size()) return result::noMoreItems;
-    const Value& value = values[index];
-    if (const Result result = call.reply.text(value.name, nameCapacity.bytes)) return result;
-    return call.reply.text(value.text, textCapacity.bytes);
+    return answerTexts(call, {{values[index].name, nameCapacity}, {values[index].text, textCapacity}});
+}
+
+Result answerValue(const Call& call, const catalogue::Values& values, std::wstring_view name, Capacity capacity)
+{
+    const std::wstring* const text = catalogue::find(values, name);
+    return text ? call.reply.text(*text, capacity.bytes) : result::notFound;
+}
+
+Result answerValueAt(const Call& call, const catalogue::Values& values, std::uint32_t index, Capacity nameCapacity,
+                     Capacity textCapacity)
+{
+    if (index >= values.size()) return result::noMoreItems;
+    const auto& [name, text] = *std::next(values.begin(), static_cast<std::ptrdiff_t>(index));
+    return answerTexts(call, {{name, nameCapacity}, {text, textCapacity}});
+}
+
+Result answerTexts(const Call& call, std::initializer_list<TextAndCapacity> texts)
+{
+    for (const auto& [text, capacity] : texts)
+        if (const Result result = call.reply.text(text, capacity.bytes)) return result;
+    return result::ok;
+}
+
+catalogue::Language languageNamed(const Text& code)
+{
+    return catalogue::languageFromCode(code.value_or(L"")).value_or(catalogue::Language::En);
 }
 
 Result answerValueList(const Call& call, const ValueTable& values, Capacity capacity)

@@ -1,6 +1,8 @@
 // Pieces of replies that several operations share.
 #pragma once
 
+#include <initializer_list>
+
 #include "dispatch/Operation.h"
 
 namespace srv {
@@ -33,6 +35,22 @@ Result answerValue(const Call& call, const ValueTable& values, std::wstring_view
 // The name and text of the value at a position; 259 past the last.
 Result answerValueAt(const Call& call, const ValueTable& values, std::uint32_t index, Capacity nameCapacity,
                      Capacity textCapacity);
+
+// The same for what the catalogue defines.
+Result answerValue(const Call& call, const catalogue::Values& values, std::wstring_view name, Capacity capacity);
+Result answerValueAt(const Call& call, const catalogue::Values& values, std::uint32_t index, Capacity nameCapacity,
+                     Capacity textCapacity);
+
+// Several texts, each with its capacity. The first that does not fit makes the result 234.
+struct TextAndCapacity
+{
+    std::wstring_view text;
+    Capacity capacity;
+};
+Result answerTexts(const Call& call, std::initializer_list<TextAndCapacity> texts);
+
+// The language that a client names by its two-letter code or its letter. NULL, empty or unknown stands for English.
+catalogue::Language languageNamed(const Text& code);
 
 // All values as one list: name, text, name, text, ...
 Result answerValueList(const Call& call, const ValueTable& values, Capacity capacity);

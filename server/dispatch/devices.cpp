@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "dispatch/answers.h"
+#include "dispatch/templates.h"
 #include "store/Names.h"
 
 namespace srv::devices {
@@ -39,15 +40,6 @@ Result erase(const Call& call, std::wstring_view device, Section in, std::wstrin
     return (in == Section::Ndi ? temporary->ndi : temporary->values).erase(parameter) ? result::ok : result::notFound;
 }
 
-Result setTogether(const Call& call, std::wstring_view device, const catalogue::Values& values)
-{
-    Content* const temporary = call.session.temporary(device);
-    if (!temporary) return call.store().setValues(Family::Device, device, values);
-    for (const auto& [parameter, text] : values)
-        temporary->values.set(parameter, text);
-    return result::ok;
-}
-
 Result snapshot(const Call& call, std::wstring_view device, Content& content)
 {
     return withDevice(call, device, [&](const Content& found) {
@@ -57,6 +49,15 @@ Result snapshot(const Call& call, std::wstring_view device, Content& content)
 }
 
 }  // namespace
+
+Result setTogether(const Call& call, std::wstring_view device, const catalogue::Values& values)
+{
+    Content* const temporary = call.session.temporary(device);
+    if (!temporary) return call.store().setValues(Family::Device, device, values);
+    for (const auto& [parameter, text] : values)
+        temporary->values.set(parameter, text);
+    return result::ok;
+}
 
 Result exists(const Call& call, Required device, std::uint32_t)
 {
@@ -97,25 +98,6 @@ Result remove(const Call& call, Required device, Ignored)
 {
     if (call.session.temporary(device)) return call.session.removeTemporary(device);
     return call.store().remove(Family::Device, device);
-}
-
-// The profile is named by its key or its name. What it and the device's baud rate prescribe is set in one step.
-Result setBusparams(const Call& call, Required device, Required profile)
-{
-    catalogue::Values values;
-    const Result result = withDevice(call, device, [&](const Content& content) {
-        const std::wstring* const protocolName = content.values.find(L"CP_TYPE");
-        const catalogue::Protocol* const protocol =
-            protocolName ? call.server.catalogue.protocol(*protocolName) : nullptr;
-        if (!protocol) return result::notFound;
-        const catalogue::BusProfile* const found = protocol->busProfile(profile);
-        if (!found) return result::profileNoValue;
-        const std::wstring* const rate = content.values.find(L"baudrate");
-        values = protocol->profileValues(found->key, rate ? *rate : std::wstring());
-        values.insert_or_assign(L"busparam", found->key);
-        return result::ok;
-    });
-    return result != result::ok ? result : setTogether(call, device, values);
 }
 
 Result getValue(const Call& call, Required device, Required parameter, Capacity capacity)
@@ -174,9 +156,32 @@ Result getEnumNdi(const Call& call, Required device, std::uint32_t index, Capaci
     });
 }
 
-Result list(const Call& call, Capacity capacity)
+namespace {
+
+Result listAll(const Call& call, Capacity capacity)
 {
     return answerNameList(call, Family::Device, capacity);
+}
+
+Result listOfNetType(const Call& call, Text netType, Capacity capacity)
+{
+    if (!netType || netType->empty()) return listAll(call, capacity);
+    return call.store().read([&](const Configuration& configuration) {
+        ListWriter list(call.reply, capacity.bytes);
+        for (std::size_t index = 0;; ++index) {
+            const Object* const object = configuration.devices.inGroup(*netType, index);
+            if (!object || !list.add(object->name)) break;
+        }
+        return list.finish();
+    });
+}
+
+}  // namespace
+
+Outcome list(const Call& call, RequestReader& reader, std::string* shown)
+{
+    return reader.remaining() <= sizeof(std::uint32_t) ? handledBy<listAll>(call, reader, shown)
+                                                       : handledBy<listOfNetType>(call, reader, shown);
 }
 
 Result valueList(const Call& call, Required device, Text subkey, Text, Ignored, Capacity capacity)
@@ -212,11 +217,6 @@ Result updateWithTemp(const Call& call, Required temporary, Required device)
 
 namespace {
 
-Result templateExists(const Call&, Text, Text, Text, Text)
-{
-    return result::notSupported;
-}
-
 // A text, an index and two capacities. The only template request of that length has three texts that are empty or
 // NULL behind its first, and no client has room for so little or so much.
 bool isEnumeration(std::span<const std::uint8_t> fields) noexcept
@@ -236,7 +236,7 @@ bool isEnumeration(std::span<const std::uint8_t> fields) noexcept
 Outcome enumValueOrTemplate(const Call& call, RequestReader& reader, std::string* shown)
 {
     return isEnumeration(reader.rest()) ? handledBy<getEnumValue>(call, reader, shown)
-                                        : handledBy<templateExists>(call, reader, shown);
+                                        : handledBy<templates::keyExists>(call, reader, shown);
 }
 
 }  // namespace srv::devices

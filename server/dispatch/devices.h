@@ -5,12 +5,14 @@
 
 namespace srv::devices {
 
+// Sets several values of a device in one step: of a temporary one in its memory, of another in the store.
+Result setTogether(const Call& call, std::wstring_view device, const catalogue::Values& values);
+
 Result exists(const Call& call, Required device, std::uint32_t flags);
 Result getEnum(const Call& call, Text netType, std::uint32_t index, Capacity capacity);
 Result createFromDef(const Call& call, Required device, Required definition);
 Result copy(const Call& call, Required from, Required to);
 Result remove(const Call& call, Required device, Ignored);
-Result setBusparams(const Call& call, Required device, Required profile);
 
 Result getValue(const Call& call, Required device, Required parameter, Capacity capacity);
 Result setValue(const Call& call, Required device, Required parameter, Given text);
@@ -25,7 +27,8 @@ Result deleteNdi(const Call& call, Required device, Required parameter, Ignored)
 Result getEnumNdi(const Call& call, Required device, std::uint32_t index, Capacity nameCapacity,
                   Capacity textCapacity, Ignored);
 
-Result list(const Call& call, Capacity capacity);
+// All devices; with a second form of the request, which the panel sends, those of a net type (NULL or empty: all).
+Outcome list(const Call& call, RequestReader& reader, std::string* shown);
 Result valueList(const Call& call, Required device, Text subkey, Text, Ignored, Capacity capacity);
 
 Result createTemp(const Call& call, Required device, Capacity capacity);

@@ -10,11 +10,6 @@ namespace {
 
 using catalogue::Language;
 
-Language chosen(const Text& code)
-{
-    return catalogue::languageFromCode(code.value_or(L"")).value_or(Language::En);
-}
-
 std::wstring_view valueOr(const ValueTable& values, std::wstring_view name) noexcept
 {
     const std::wstring* const text = values.find(name);
@@ -51,7 +46,7 @@ Result deviceValue(const Call& call, Required device, Required parameter, Text c
         const catalogue::Catalogue& catalogue = call.server.catalogue;
         const std::wstring_view board = valueOr(content.values, L"DeviceID");
         const std::wstring_view protocol = valueOr(content.values, L"CP_TYPE");
-        const Language language = chosen(code);
+        const Language language = languageNamed(code);
         const std::wstring* text = nullptr;
         for (const auto& [name, origin] : catalogue.defaultLogicalDevices) {
             if (text) break;
@@ -71,7 +66,7 @@ Result nameValue(const Call& call, Required name, Required parameter, Text code,
         const std::wstring* const value = values.find(parameter);
         if (!value) return result::notFound;
         const catalogue::Catalogue& catalogue = call.server.catalogue;
-        const Language language = chosen(code);
+        const Language language = languageNamed(code);
         const catalogue::LogicalName* const origin = catalogue::find(catalogue.logicalNames, name);
         const std::wstring* text =
             origin ? original(origin->values, origin->texts, parameter, *value, language) : nullptr;

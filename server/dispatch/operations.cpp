@@ -1,8 +1,16 @@
 #include "dispatch/operations.h"
 
+#include "dispatch/boardInfo.h"
+#include "dispatch/boards.h"
 #include "dispatch/devices.h"
+#include "dispatch/instances.h"
 #include "dispatch/languages.h"
+#include "dispatch/metadata.h"
 #include "dispatch/names.h"
+#include "dispatch/profiles.h"
+#include "dispatch/registry.h"
+#include "dispatch/special.h"
+#include "dispatch/templates.h"
 
 namespace srv {
 
@@ -24,13 +32,13 @@ constexpr Operation operations[] = {
     {op::LogDeviceDelTemp, "LogDeviceDelTemp", Via::Channel, handledBy<devices::deleteTemp>},
     {op::LogDeviceCopy, "LogDeviceCopy", Via::Channel, handledBy<devices::copy>},
     {op::LogDeviceDel, "LogDeviceDel", Via::Channel, handledBy<devices::remove>},
-    {op::LogDeviceSetBusparams, "LogDeviceSetBusparams", Via::Channel, handledBy<devices::setBusparams>},
+    {op::LogDeviceSetBusparams, "LogDeviceSetBusparams", Via::Channel, handledBy<profiles::setBusparams>},
     {op::LogDeviceGetNdiValue, "LogDeviceGetNdiValue", Via::Channel, handledBy<devices::getNdi>},
     {op::LogDeviceSetNdiValue, "LogDeviceSetNdiValue", Via::Channel, handledBy<devices::setNdi>},
     {op::LogDeviceDelNdiValue, "LogDeviceDelNdiValue", Via::Channel, handledBy<devices::deleteNdi>},
     {op::LogDeviceGetEnumNdiValue, "LogDeviceGetEnumNdiValue", Via::Channel, handledBy<devices::getEnumNdi>},
     {op::LogDeviceGetValueLang, "LogDeviceGetValueLang", Via::Channel, handledBy<languages::deviceValue>},
-    {op::LogDeviceList, "LogDeviceList", Via::Channel, handledBy<devices::list>},
+    {op::LogDeviceList, "LogDeviceList", Via::Channel, devices::list},
     {op::LogDeviceValueList, "LogDeviceValueList", Via::Channel, handledBy<devices::valueList>},
     {op::LogDeviceGetValueRaw, "LogDeviceGetValueRaw", Via::Channel, handledBy<devices::getValueRaw>},
 
@@ -46,6 +54,73 @@ constexpr Operation operations[] = {
     {op::LogNameGetValueLang, "LogNameGetValueLang", Via::Channel, handledBy<languages::nameValue>},
     {op::LogNameList, "LogNameList", Via::Channel, handledBy<names::list>},
     {op::LogNameValueList, "LogNameValueList", Via::Channel, handledBy<names::valueList>},
+
+    // Templates
+    {op::ProtocolGetValueRaw, "ProtocolGetValueRaw", Via::Channel, handledBy<templates::protocolValueRaw>},
+    {op::DefDeviceGetValueRaw, "DefDeviceGetValueRaw", Via::Channel, handledBy<templates::definitionValueRaw>},
+    {op::TemplateGetEnumValueRaw, "TemplateGetEnumValueRaw", Via::Channel, handledBy<templates::possibleValue>},
+    {op::TemplateGetEnum, "TemplateGetEnum", Via::Channel, handledBy<templates::getEnum>},
+    {op::TemplateGetEnumNoPrefix, "TemplateGetEnumNoPrefix", Via::Channel, handledBy<templates::getEnumNoPrefix>},
+    {op::TemplateExists, "TemplateExists", Via::Channel, handledBy<templates::exists>},
+    {op::TemplateKeyExists, "TemplateKeyExists", Via::Channel, handledBy<templates::keyExists>},
+    {op::DefaultLogDeviceGetEnumValue, "DefaultLogDeviceGetEnumValue", Via::Channel,
+     handledBy<templates::defaultDeviceEnumValue>},
+    {op::DefaultLogDeviceGetValue, "DefaultLogDeviceGetValue", Via::Channel,
+     handledBy<templates::defaultDeviceValue>},
+    {op::BoardGetEnumValue, "BoardGetEnumValue", Via::Channel, handledBy<templates::boardEnumValue>},
+    {op::ProtocolGetEnumValue, "ProtocolGetEnumValue", Via::Channel, handledBy<templates::protocolEnumValue>},
+    {op::ProtocolGetValue, "ProtocolGetValue", Via::Channel, handledBy<templates::protocolValue>},
+
+    // Boards
+    {op::BoardGetValueRaw, "BoardGetValueRaw", Via::Channel, handledBy<boards::valueRaw>},
+    {op::BoardGetResourceString, "BoardGetResourceString", Via::Channel, handledBy<boards::resourceString>},
+    {op::BoardGetAttribute, "BoardGetAttribute", Via::Channel, handledBy<boards::attribute>},
+    {op::BoardGetAttributeLang, "BoardGetAttributeLang", Via::Channel, handledBy<boards::attributeLang>},
+    {op::BoardGetNotSupported, "BoardGetNotSupported", Via::Channel, handledBy<boards::notSupported>},
+    {op::EnumConfiguration, "EnumConfiguration", Via::Channel, handledBy<boards::enumConfiguration>},
+
+    // Instances of boards
+    {op::EnumInstBoard, "EnumInstBoard", Via::Channel, handledBy<instances::getEnum>},
+    {op::BoardGetEnum2, "BoardGetEnum2", Via::Channel, handledBy<instances::enumOfBoard>},
+    {op::EnumAvailableBoards, "EnumAvailableBoards", Via::Channel, handledBy<instances::enumAvailable>},
+    {op::EnumAdapters, "EnumAdapters", Via::Channel, handledBy<instances::enumAdapters>},
+    {op::BoardGetMapEx, "BoardGetMapEx", Via::Channel, handledBy<instances::mapOf>},
+    {op::GetBoardInfo, "GetBoardInfo", Via::Channel, handledBy<boardInfo::text>},
+    {op::GetBoardInfoEx, "GetBoardInfoEx", Via::Channel, handledBy<boardInfo::bytes>},
+    {op::BoardScan, "BoardScan", Via::Channel, handledBy<instances::scan>},
+    {op::UpdateLogdevicesForDevice, "UpdateLogdevicesForDevice", Via::Channel,
+     handledBy<instances::updateLogicalDevices>},
+    {op::CreateAllLogdevices, "CreateAllLogdevices", Via::Channel, handledBy<instances::createAllLogicalDevices>},
+    {op::HasUninitializedInstances, "HasUninitializedInstances", Via::Channel,
+     handledBy<instances::hasUninitialized>},
+    {op::SilentRestart, "SilentRestart", Via::Channel, handledBy<instances::restart>},
+    {op::PanelInstall, "PanelInstall", Via::Channel, handledBy<instances::install>},
+    {op::PanelDeinstall, "PanelDeinstall", Via::Channel, handledBy<instances::deinstall>},
+
+    // Bus profiles
+    {op::ProtocolGetEnumBusprofiles, "ProtocolGetEnumBusprofiles", Via::Channel, handledBy<profiles::getEnum>},
+    {op::ProtocolGetEnumBaudrate, "ProtocolGetEnumBaudrate", Via::Channel, handledBy<profiles::enumBaudrate>},
+    {op::ProfileCollectionExists, "ProfileCollectionExists", Via::Channel, handledBy<profiles::collectionExists>},
+    {op::LogDeviceSetProfile, "LogDeviceSetProfile", Via::Channel, handledBy<profiles::setProfile>},
+
+    // Special values
+    {op::CanSaveParameters, "CanSaveParameters", Via::Channel, handledBy<special::canSave>},
+    {op::SpecialSetValue, "SpecialSetValue", Via::Channel, handledBy<special::set>},
+    {op::SpecialGetValue, "SpecialGetValue", Via::Channel, handledBy<special::get>},
+
+    // Registry keys
+    {op::RegDelete, "RegDelete", Via::Pipe, registry::deleteKeyOrValue},
+    {op::RegCreateKey, "RegCreateKey", Via::Pipe, handledBy<registry::createKey>},
+    {op::RegSetValue, "RegSetValue", Via::Pipe, handledBy<registry::setValue>},
+    {op::RegEnumKey, "RegEnumKey", Via::Pipe, handledBy<registry::enumKey>},
+    {op::RegGetValue, "RegGetValue", Via::Pipe, handledBy<registry::getValue>},
+    {op::RegEnumValue, "RegEnumValue", Via::Pipe, handledBy<registry::enumValue>},
+
+    // Metadata, to which the LLDP settings belong
+    {op::GetParameterMetaData, "GetParameterMetaData", Via::Channel, handledBy<metadata::get>},
+    {op::SetParameterMetaData, "SetParameterMetaData", Via::Channel, handledBy<metadata::set>},
+    {op::LldpDelValue, "LldpDelValue", Via::Channel, handledBy<metadata::erase>},
+    {op::LldpGetEnumValue, "LldpGetEnumValue", Via::Channel, handledBy<metadata::getEnum>},
 };
 
 }  // namespace

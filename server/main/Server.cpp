@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "dispatch/operations.h"
+#include "store/Definitions.h"
 
 namespace srv {
 
@@ -23,8 +24,14 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       log_(log),
       registry_(places_.hive, places_.storeKey),
       store_(registry_, changes_, log_),
-      watcher_(places_.hive, places_.storeKey, store_, log_),
-      dispatcher_({store_, *catalogue_, log_}, allOperations()),
+      settings_(registry_),
+      machine_(registry_, *catalogue_, log_),
+      productRegistry_(places_.hive, places_.productKey),
+      machineRegistry_(places_.hive, places_.machineKey),
+      keys_(store_, productRegistry_, machineRegistry_),
+      hardwareWatch_(registry_, [this](bool came, const HardwareDevice& device) { hardwareChanged(came, device); }),
+      watcher_(places_.hive, places_.storeKey, store_, log_, [this] { hardwareWatch_.look(); }),
+      dispatcher_({store_, *catalogue_, log_, settings_, machine_, keys_}, allOperations()),
       channel_(
           pipeOptions(places_.channelPipe, 4),
           [this](std::uint64_t id, DWORD process) {
@@ -69,6 +76,13 @@ std::optional<StartFailure> Server::start()
     if (const Result result = createInitialNames()) {
         log_.error("the catalogue's logical names cannot be created: %s", systemMessage(result).c_str());
     }
+    if (const Result result = machine_.open()) {
+        log_.error("the catalogue's boards cannot be entered: %s", systemMessage(result).c_str());
+    }
+    if (const Result result = publishDefinitions(places_.hive, places_.storeKey, *catalogue_)) {
+        log_.error("the catalogue's definitions cannot be published: %s", systemMessage(result).c_str());
+    }
+    hardwareWatch_.begin();
     if (!watcher_.start()) log_.warning("changes that others make in the registry are not noticed");
     for (auto* const listener : {&channel_, &pipe_}) {
         if (const DWORD error = listener->start()) {
@@ -92,6 +106,11 @@ Result Server::createInitialNames()
     for (const auto& [name, initial] : catalogue_->logicalNames)
         steps.push_back({Step::Kind::Put, Family::Name, name, {ValueTable(initial.values), {}}});
     return steps.empty() ? result::ok : store_.apply(std::move(steps));
+}
+
+void Server::hardwareChanged(bool came, const HardwareDevice& device)
+{
+    log_.info("%s was %s", inQuotes(device.hardwareInstanceId).c_str(), came ? "plugged in" : "pulled out");
 }
 
 bool Server::stop(DWORD milliseconds) noexcept

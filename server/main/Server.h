@@ -7,11 +7,15 @@
 
 #include "catalogue/Catalogue.h"
 #include "dispatch/Dispatcher.h"
+#include "hardware/HardwareWatch.h"
+#include "hardware/Machine.h"
+#include "keys/Keys.h"
 #include "listeners/PipeListener.h"
 #include "listeners/StartEvent.h"
 #include "log/Log.h"
 #include "notifications/Changes.h"
 #include "store/Registry.h"
+#include "store/Settings.h"
 #include "store/Store.h"
 #include "store/Watcher.h"
 
@@ -25,6 +29,8 @@ struct ServerPlaces
     std::wstring startEvent = L"_KxOvaSRVStartSRVEvent";
     std::wstring instanceMutex = L"Global\\kxovasrvx";
     HKEY hive = HKEY_LOCAL_MACHINE;
+    std::wstring machineKey;  // what clients know as HKEY_LOCAL_MACHINE, below the hive
+    std::wstring productKey = L"SOFTWARE\\TAVRONE";
     std::wstring storeKey = L"SOFTWARE\\TAVRONE\\NORIX";
 };
 
@@ -57,6 +63,7 @@ class Server
 
  private:
     Result createInitialNames();
+    void hardwareChanged(bool came, const HardwareDevice& device);
 
     ServerPlaces places_;
     std::shared_ptr<const catalogue::Catalogue> catalogue_;
@@ -66,6 +73,12 @@ class Server
     WindowsRegistry registry_;
     Changes changes_;
     Store store_;
+    Settings settings_;
+    Machine machine_;
+    WindowsRegistry productRegistry_;
+    WindowsRegistry machineRegistry_;
+    Keys keys_;
+    HardwareWatch hardwareWatch_;
     Watcher watcher_;
     Dispatcher dispatcher_;
     PipeListener channel_;

@@ -12,6 +12,7 @@
 #include "base/Owner.h"
 #include "base/Text.h"
 #include "main/console.h"
+#include "main/hardware.h"
 #include "main/Service.h"
 
 namespace srv {
@@ -29,6 +30,22 @@ std::vector<std::string> arguments()
     return result;
 }
 
+// What is said of a board that is plugged in.
+struct Hardware
+{
+    std::string board;
+    std::string id;
+    std::string map;
+    std::string netType;
+    std::string adapter;
+    std::uint32_t state = 0;
+
+    HardwareToPlug toPlug() const
+    {
+        return {fromUtf8(board), fromUtf8(id), fromUtf8(map), fromUtf8(netType), fromUtf8(adapter), state};
+    }
+};
+
 // The options as they are typed.
 struct Typed
 {
@@ -37,6 +54,7 @@ struct Typed
     std::string level = "info";
     std::string checked;
     bool quiet = false;
+    Hardware hardware;
 
     RunOptions options() const
     {
@@ -58,14 +76,53 @@ struct Typed
     }
 };
 
-void addCatalogue(CLI::App* command, Typed& typed)
+void addCatalogueFile(CLI::App* command, Typed& typed)
 {
     command
         ->add_option("--catalogue", typed.catalogue, "The catalogue; without it catalogue.json beside the program.")
         ->type_name("FILE");
+}
+
+void addCatalogue(CLI::App* command, Typed& typed)
+{
+    addCatalogueFile(command, typed);
     command->add_option("--log-level", typed.level, "error, warning, info, or debug, which names every request.")
         ->check(CLI::IsMember({"error", "warning", "info", "debug"}, CLI::ignore_case))
         ->type_name("LEVEL");
+}
+
+// Simulated hardware: what a scan finds.
+void addHardwareCommands(CLI::App& app, Typed& typed, std::function<Exit()>& chosen)
+{
+    CLI::App* const hardware = app.add_subcommand(
+        "hardware",
+        "Simulate hardware. What is changed here is found by the next scan, whether a server runs now or not.");
+    hardware->require_subcommand(1);
+    Hardware& what = typed.hardware;
+
+    CLI::App* const list =
+        hardware->add_subcommand("list", "Print what is plugged in: hardware instance id, device id, board, state.");
+    addCatalogueFile(list, typed);
+    list->callback([&] { chosen = [&] { return listHardware(typed.options().catalogueFile); }; });
+
+    CLI::App* const plug = hardware->add_subcommand("add", "Plug a board in and print its hardware instance id.");
+    plug->add_option("board", what.board,
+                     "The device id of a plug-and-play board of the catalogue, such as *TVRA020.")
+        ->required()
+        ->type_name("DEVICE-ID");
+    plug->add_option("--id", what.id, "The hardware instance id; without it one is made up.")->type_name("ID");
+    plug->add_option("--map", what.map, "The board map that it should get, if that is free.")->type_name("MAP");
+    plug->add_option("--net-type", what.netType, "The protocol that it is used with.")->type_name("PROTOCOL");
+    plug->add_option("--adapter", what.adapter, "The id of the network adapter that it is.")->type_name("ID");
+    plug->add_option("--state", what.state,
+                     "Its plug-and-play problem number, such as 14 (needs a restart). 0: works.")
+        ->type_name("NUMBER");
+    addCatalogueFile(plug, typed);
+    plug->callback([&] { chosen = [&] { return addHardware(typed.options().catalogueFile, what.toPlug()); }; });
+
+    CLI::App* const pull = hardware->add_subcommand("remove", "Pull a board out.");
+    pull->add_option("id", what.id, "Its hardware instance id.")->required()->type_name("ID");
+    pull->callback([&] { chosen = [&] { return removeHardware(fromUtf8(what.id)); }; });
 }
 
 }  // namespace
@@ -104,6 +161,8 @@ int runCommandLine()
         ->add_option("file", typed.checked, "The catalogue.")
         ->required()
         ->type_name("FILE");
+
+    addHardwareCommands(app, typed, chosen);
 
     CLI::App* const service =
         add("service", "For the service control manager.", [&] { return runAsService(typed.options()); });

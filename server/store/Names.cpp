@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "catalogue/LessNoCase.h"
 
 namespace srv {
 
@@ -24,6 +25,14 @@ bool isValueName(std::wstring_view name) noexcept
 bool isObjectName(std::wstring_view name) noexcept
 {
     return isValueName(name) && name.find(L'\\') == std::wstring_view::npos;
+}
+
+bool isTemporaryName(std::wstring_view name) noexcept
+{
+    constexpr std::size_t length = temporaryPrefix.size();
+    const auto isDigit = [](wchar_t unit) { return unit >= L'0' && unit <= L'9'; };
+    return name.size() > length && catalogue::equalNoCase(name.substr(0, length), temporaryPrefix) &&
+           std::all_of(name.begin() + length, name.end(), isDigit);
 }
 
 bool isValueText(std::wstring_view text) noexcept

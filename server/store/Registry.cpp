@@ -18,7 +18,7 @@ std::uint64_t number(const FILETIME& time) noexcept
 
 std::wstring WindowsRegistry::full(const std::wstring& path) const
 {
-    return path.empty() ? root_ : root_ + L'\\' + path;
+    return path.empty() || root_.empty() ? root_ + path : root_ + L'\\' + path;
 }
 
 LSTATUS WindowsRegistry::open(const std::wstring& path, REGSAM access, Key& key) const

@@ -177,6 +177,14 @@ Result Store::setValues(Family family, std::wstring_view name, const catalogue::
     return commit({{Step::Kind::Put, family, object->name, std::move(content)}});
 }
 
+Result Store::clearNdi(std::wstring_view device)
+{
+    const std::lock_guard guard(writing_);
+    const Object* const object = configuration_.devices.find(device);
+    if (!object || object->content.ndi.empty()) return result::notFound;
+    return commit({{Step::Kind::Put, Family::Device, object->name, {object->content.values, {}}}});
+}
+
 // Written down, carried out, forgotten, and seen by readers. A change that fails on the way is taken back, which is
 // written down too.
 Result Store::commit(std::vector<Step> steps)

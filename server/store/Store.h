@@ -66,6 +66,9 @@ class Store
     // Several values of one object, set together.
     Result setValues(Family family, std::wstring_view name, const catalogue::Values& values);
 
+    // All Ndi values of a logical device, which has some; 8012 otherwise.
+    Result clearNdi(std::wstring_view device);
+
     // Compares the registry with the memory and takes over what others have changed there. Objects whose keys have
     // not been written since the last time are not read again.
     Result reload();

@@ -24,8 +24,8 @@ bool isSetWithin(const Handle& event, DWORD milliseconds) noexcept
 
 }  // namespace
 
-Watcher::Watcher(HKEY hive, std::wstring root, Store& store, Log& log)
-    : hive_(hive), root_(std::move(root)), store_(store), log_(log)
+Watcher::Watcher(HKEY hive, std::wstring root, Store& store, Log& log, std::function<void()> look)
+    : hive_(hive), root_(std::move(root)), store_(store), log_(log), look_(std::move(look))
 {}
 
 bool Watcher::start()
@@ -80,6 +80,7 @@ bool Watcher::compare()
     if (const Result result = store_.reload()) {
         log_.error("the registry cannot be compared: %s", systemMessage(result).c_str());
     }
+    if (look_) look_();
     const DWORD spent = GetTickCount() - start;
     return !isSetWithin(stop_, std::min(spent, longestWait) * restPerWork);
 }

@@ -1,6 +1,7 @@
 // Notices when others change the configuration in the registry, and has the store take it over.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "base/Owner.h"
@@ -16,7 +17,8 @@ namespace srv {
 class Watcher
 {
  public:
-    Watcher(HKEY hive, std::wstring root, Store& store, Log& log);
+    // `look` is called after each comparison, on the watcher's thread: for what else may have been changed there.
+    Watcher(HKEY hive, std::wstring root, Store& store, Log& log, std::function<void()> look = {});
     ~Watcher() { stop(); }
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
@@ -37,6 +39,7 @@ class Watcher
     std::wstring root_;
     Store& store_;
     Log& log_;
+    std::function<void()> look_;
     Key key_;
     Handle changed_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     Handle stop_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};

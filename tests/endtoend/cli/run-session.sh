@@ -20,7 +20,7 @@ cleanup() {
 }
 trap cleanup EXIT
 
-for key in LogDevices LogNames; do wine reg delete "$store\\$key" /f /reg:32 >/dev/null 2>&1 || true; done
+for key in LogDevices LogNames MetaData Special Hardware Instances; do wine reg delete "$store\\$key" /f /reg:32 >/dev/null 2>&1 || true; done
 
 start_server() {
   wine build/x64/bin/kxovasrvx.exe run >"$work/server.log" 2>&1 &
@@ -51,8 +51,9 @@ play() {
       '$ '*)
         echo "$line"
         eval "words=(${line#\$ })"
-        local program=${words[0]} status=0
-        scripts/run-wine "build/x86/bin/$program.exe" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
+        local program=${words[0]} binary=build/x86/bin/${words[0]}.exe status=0
+        [ -e "$binary" ] || binary=build/x64/bin/$program.exe
+        scripts/run-wine "$binary" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
         tr -d '\r' <"$work/out"
         tr -d '\r' <"$work/err"
         [ "$status" = 0 ] || echo "[$status]"

@@ -33,14 +33,42 @@ TEST(Commands, Help_namesCommandsAndExitStatuses)
     const Finished result = run(L"--help");
     EXPECT_EQ(result.status, 0);
     for (const char* const word :
-         {"run", "install", "uninstall", "start", "stop", "status", "check-catalogue", "Exit statuses"})
+         {"run", "install", "uninstall", "start", "stop", "status", "check-catalogue", "hardware", "Exit statuses"})
         EXPECT_THAT(result.output, HasSubstr(word));
 }
 
 TEST(Commands, WrongUse_isStatus2)
 {
-    for (const wchar_t* const arguments : {L"", L"dance", L"run --loud", L"run --log-level loud", L"check-catalogue"})
+    for (const wchar_t* const arguments :
+         {L"", L"dance", L"run --loud", L"run --log-level loud", L"check-catalogue", L"hardware", L"hardware add",
+          L"hardware add *TVRA020 --state x", L"hardware remove"})
         EXPECT_EQ(run(arguments).status, 2);
+}
+
+TEST(Commands, Hardware_isPluggedInListedAndPulledOut)
+{
+    const Finished added = run(L"hardware add *TVRA020 --state 14");
+    ASSERT_EQ(added.status, 0) << added.output;
+    const std::string id = added.output.substr(0, added.output.find_first_of("\r\n"));
+    EXPECT_THAT(id, testing::StartsWith("PCI\\VEN_7A50&DEV_3210"));
+    EXPECT_THAT(run(L"hardware list").output, HasSubstr(id + "\t*TVRA020\tNX 3210 PCIe\tproblem 14"));
+    const std::wstring argument = L'"' + std::wstring(id.begin(), id.end()) + L'"';
+    EXPECT_EQ(run(L"hardware remove " + argument).status, 0);
+    EXPECT_THAT(run(L"hardware list").output, testing::Not(HasSubstr(id)));
+    EXPECT_EQ(run(L"hardware remove " + argument).status, 1);
+}
+
+TEST(Commands, HardwareThatCannotBe_isStatus1AndSaysWhy)
+{
+    for (const auto& [arguments, why] : {std::pair{L"*TVRA999", "no board"},
+                                         {L"*TVRA060", "install it by hand"},
+                                         {L"*TVRA020 --map none", "no map"},
+                                         {L"*TVRA020 --net-type ASI", "protocol"},
+                                         {L"*TVRA020 --adapter none", "no adapter"}}) {
+        const Finished result = run(std::wstring(L"hardware add ") + arguments);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.output, HasSubstr(why));
+    }
 }
 
 TEST(Commands, CheckCatalogue_ofTheShippedOneIsStatus0)

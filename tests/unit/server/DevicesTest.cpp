@@ -123,8 +123,12 @@ TEST_F(DevicesTest, GetEnumValue_eachTextHasItsOwnCapacity)
 
 TEST_F(DevicesTest, TheOtherRequestWithCode37_isToldApartByItsFields)
 {
-    EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"x") + str(u"y") + str(u"z")), reply(8018));
-    EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"") + null() + str(u"")), reply(8018));
+    createDevice(u"Boards");
+    EXPECT_EQ(ask(u16(37) + str(u"Boards") + u32(0) + u32(260) + u32(260)),
+              reply(0, replyStr(u"baudrate") + replyStr(u"1500000")));
+    EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"*TVRA010") + str(u"") + null()), reply(0));
+    EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"none") + str(u"y") + str(u"z")), reply(8012));
+    EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"") + null() + str(u"")), reply(87));
     EXPECT_EQ(ask(u16(37) + str(u"Boards") + str(u"xyz") + str(u"xyz")), reply(87));
     EXPECT_EQ(ask(u16(37) + str(u"Boards") + u32(0) + u32(260)), reply(87));
 }

@@ -25,6 +25,19 @@ TEST_F(ListsTest, DevicesAndNames_areListedInOrder)
     EXPECT_EQ(ask(u16(209) + u32(4080)), reply(0, list(item(u"PLC"))));
 }
 
+TEST_F(ListsTest, DevicesOfANetType_areListedForThePanel)
+{
+    createDevice(u"b");
+    createDevice(u"A");
+    ask(u16(43) + str(u"c") + str(u"ISO"));
+    const Bytes all = reply(0, list(item(u"A") + item(u"b") + item(u"c")));
+    EXPECT_EQ(ask(u16(208) + str(u"mpi") + u32(4080)), reply(0, list(item(u"A") + item(u"b"))));
+    EXPECT_EQ(ask(u16(208) + str(u"none") + u32(4080)), reply(0, u32(0)));
+    EXPECT_EQ(ask(u16(208) + str(u"") + u32(4080)), all);
+    EXPECT_EQ(ask(u16(208) + null() + u32(4080)), all);
+    EXPECT_EQ(ask(u16(208) + str(u"mpi") + u32(3)), reply(234));
+}
+
 TEST_F(ListsTest, ListThatDoesNotFit_is234AndNeverCut)
 {
     createDevice(u"A");

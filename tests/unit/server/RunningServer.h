@@ -23,7 +23,9 @@ struct RunningServer : testing::Test
         places.startEvent = L"KxovaTestStart" + own;
         places.instanceMutex = L"KxovaTestInstance" + own;
         places.hive = HKEY_CURRENT_USER;
-        places.storeKey = key.path();
+        places.machineKey = key.path() + L"\\Machine";
+        places.productKey = key.path();
+        places.storeKey = key.path() + L"\\NORIX";
         return places;
     }
     std::unique_ptr<srv::Server> make()

@@ -93,9 +93,9 @@ TEST_F(TemporaryDevicesTest, Enumerations_doNotListThem)
 TEST_F(TemporaryDevicesTest, Copies_areKeptInMemoryOnly)
 {
     createTemp();
-    std::vector<srv::Subkey> keys;
-    registry.subkeys(L"LogDevices", keys);
-    EXPECT_EQ(keys.size(), 1u);
+    std::vector<srv::Subkey> found;
+    registry.subkeys(L"LogDevices", found);
+    EXPECT_EQ(found.size(), 1u);
 }
 
 TEST_F(TemporaryDevicesTest, MoreThanOneClientMayHave_is1816)

@@ -15,7 +15,31 @@ inline catalogue::Catalogue smallCatalogue()
     mpi.name = L"MPI";
     mpi.busProfiles = {{L"0", L"dp", {{L"tslot", L"300"}}, {{L"1500000", {{L"tqui", L"0"}}}}},
                        {L"1", L"std", {{L"tslot", L"415"}}, {}}};
+    mpi.tree.values = {{L"Alias", L"Multipoint"}, {L"CP_TYPE", L"MPI"}};
+    catalogue::Node& params = mpi.tree.keys[L"Params"];
+    params.values = {{L"highest_adr", L"31"}};
+    params.keys[L"busparam"].keys[L"0"] = {{{L"tslot", L"300"}}, {{L"1500000", {{{L"tqui", L"0"}}, {}}}}};
+    params.keys[L"busparam"].keys[L"1"].values = {{L"tslot", L"415"}};
+    mpi.texts.byId[L"BusparamResource\\1"] = {{catalogue::Language::De, L"Normal"},
+                                              {catalogue::Language::En, L"Standard"}};
     result.protocols.emplace(mpi.name, mpi);
+    result.protocols[L"ISO"].name = L"ISO";
+
+    catalogue::Board& board = result.boards[L"*TVRA010"];
+    board.deviceId = L"*TVRA010";
+    board.name = L"NX 200";
+    board.tree.values = {{L"Alias", L"NX200"},
+                         {L"BoardName", L"NX 200"},
+                         {L"DescText", L"Built-in"},
+                         {L"DeviceID", L"*TVRA010"},
+                         {L"HardwareId", L"ACPI\\TVRA010"}};
+    board.tree.keys[L"Resources"].values = {{L"IRQ", L"5,10, 11"}};
+    board.texts.byId[L"DescText"] = {{catalogue::Language::De, L"Eingebaut"}, {catalogue::Language::En, L"Built-in"}};
+    board.plugAndPlay = true;
+    board.maps = {L"NX200-1", L"NX200-2"};
+    board.notSupported = {L"Isochronous", L"DP"};
+    board.configurations = {{L"NX1611.MPI", L"MPI", L"", L"1"}, {L"NX1611.ISO", L"ISO", L"TCP", L"2"}};
+
     catalogue::DefaultLogicalDevice device;
     device.name = L"NX1611.MPI";
     device.deviceId = L"*TVRA010";
@@ -37,10 +61,15 @@ struct TestServer : testing::Test
     using Bytes = bytes::Bytes;
 
     TestKey key;
-    srv::WindowsRegistry registry = key.registry();
+    srv::WindowsRegistry product = key.registry();
+    srv::WindowsRegistry system{HKEY_CURRENT_USER, key.path() + L"\\Machine"};
+    srv::WindowsRegistry registry{HKEY_CURRENT_USER, key.path() + L"\\NORIX"};
     OpenStore now{registry};
     catalogue::Catalogue catalogue = smallCatalogue();
-    srv::Dispatcher dispatcher{{now.store, catalogue, now.log}, srv::allOperations()};
+    srv::Settings settings{registry};
+    srv::Machine machine{registry, catalogue, now.log};
+    srv::Keys keys{now.store, product, system};
+    srv::Dispatcher dispatcher{{now.store, catalogue, now.log, settings, machine, keys}, srv::allOperations()};
     srv::Session session{1, srv::Via::Channel, 4711};
 
     void SetUp() override { now.open(); }
