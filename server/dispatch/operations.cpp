@@ -3,6 +3,7 @@
 #include "dispatch/devices.h"
 #include "dispatch/languages.h"
 #include "dispatch/names.h"
+#include "dispatch/parameters.h"
 
 namespace srv {
 
@@ -46,6 +47,15 @@ constexpr Operation operations[] = {
     {op::LogNameGetValueLang, "LogNameGetValueLang", Via::Channel, handledBy<languages::nameValue>},
     {op::LogNameList, "LogNameList", Via::Channel, handledBy<names::list>},
     {op::LogNameValueList, "LogNameValueList", Via::Channel, handledBy<names::valueList>},
+
+    // Parameters
+    {op::LogDeviceGetParamDesc, "LogDeviceGetParamDesc", Via::Channel, handledBy<parameters::attribute>},
+    {op::LogDeviceGetMostSpecializedEnumList, "LogDeviceGetMostSpecializedEnumList", Via::Channel,
+     handledBy<parameters::specialList>},
+    {op::LogDeviceGetAverageEnumList, "LogDeviceGetAverageEnumList", Via::Channel,
+     handledBy<parameters::averageList>},
+    {op::GetRuntimeVersion, "GetRuntimeVersion", Via::Channel, handledBy<parameters::runtimeVersions>},
+    {op::Plausibility, "Plausibility", Via::Channel, handledBy<parameters::plausibility>},
 };
 
 }  // namespace
