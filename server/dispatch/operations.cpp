@@ -7,6 +7,7 @@
 #include "dispatch/languages.h"
 #include "dispatch/metadata.h"
 #include "dispatch/names.h"
+#include "dispatch/parameters.h"
 #include "dispatch/profiles.h"
 #include "dispatch/registry.h"
 #include "dispatch/special.h"
@@ -121,6 +122,15 @@ constexpr Operation operations[] = {
     {op::SetParameterMetaData, "SetParameterMetaData", Via::Channel, handledBy<metadata::set>},
     {op::LldpDelValue, "LldpDelValue", Via::Channel, handledBy<metadata::erase>},
     {op::LldpGetEnumValue, "LldpGetEnumValue", Via::Channel, handledBy<metadata::getEnum>},
+
+    // Parameters
+    {op::LogDeviceGetParamDesc, "LogDeviceGetParamDesc", Via::Channel, handledBy<parameters::attribute>},
+    {op::LogDeviceGetMostSpecializedEnumList, "LogDeviceGetMostSpecializedEnumList", Via::Channel,
+     handledBy<parameters::specialList>},
+    {op::LogDeviceGetAverageEnumList, "LogDeviceGetAverageEnumList", Via::Channel,
+     handledBy<parameters::averageList>},
+    {op::GetRuntimeVersion, "GetRuntimeVersion", Via::Channel, handledBy<parameters::runtimeVersions>},
+    {op::Plausibility, "Plausibility", Via::Channel, handledBy<parameters::plausibility>},
 };
 
 }  // namespace

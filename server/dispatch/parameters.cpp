@@ -1,0 +1,119 @@
+#include "dispatch/parameters.h"
+
+#include <string>
+#include <vector>
+
+#include "base/Text.h"
+#include "dispatch/answers.h"
+
+namespace srv::parameters {
+
+namespace {
+
+using catalogue::ParameterDescription;
+
+std::wstring_view valueOr(const ValueTable& values, std::wstring_view name) noexcept
+{
+    const std::wstring* const text = values.find(name);
+    return text ? std::wstring_view(*text) : std::wstring_view();
+}
+
+const ParameterDescription* special(const catalogue::Catalogue& catalogue, const ValueTable& values,
+                                    std::wstring_view parameter)
+{
+    return catalogue.describe(valueOr(values, L"DeviceID"), valueOr(values, L"CP_TYPE"), parameter);
+}
+
+Result list(const Call& call, const ParameterDescription* description, Capacity capacity)
+{
+    if (!description || description->type != ParameterDescription::Type::Enum) return result::notFound;
+    ListWriter writer(call.reply, capacity.bytes);
+    for (const catalogue::EnumItem& item : description->items)
+        if (!writer.add(item.text(catalogue::Language::En))) break;
+    return writer.finish();
+}
+
+// What does not agree, for the log, and the first of its results.
+struct Findings
+{
+    std::vector<std::string> lines;
+    Result first = result::ok;
+
+    void add(Result code, const char* kind, std::wstring_view object, const char* what, std::wstring_view detail)
+    {
+        lines.push_back(std::string(kind) + " " + inQuotes(object) + ": " + what + " " + inQuotes(detail));
+        if (first == result::ok) first = code;
+    }
+};
+
+void checkDevice(const catalogue::Catalogue& catalogue, const Object& device, Findings& findings)
+{
+    constexpr char kind[] = "logical device";
+    const ValueTable& values = device.content.values;
+    const std::wstring_view board = valueOr(values, L"DeviceID");
+    const std::wstring_view protocol = valueOr(values, L"CP_TYPE");
+    if (!catalogue.board(board)) findings.add(result::notFound, kind, device.name, "unknown board", board);
+    if (!catalogue.protocol(protocol)) {
+        findings.add(result::notFound, kind, device.name, "unknown protocol", protocol);
+    }
+    for (const Value& value : values) {
+        const ParameterDescription* const description = special(catalogue, values, value.name);
+        if (description && !description->accepts(value.text)) {
+            findings.add(result::invalidParameter, kind, device.name, "a value that is not allowed, of", value.name);
+        }
+    }
+}
+
+}  // namespace
+
+Result attribute(const Call& call, Required device, Required parameter, Required attribute, Capacity capacity)
+{
+    return withDevice(call, device, [&](const Content& content) {
+        const ParameterDescription* const description = special(call.server.catalogue, content.values, parameter);
+        const std::wstring* const text = description ? catalogue::find(description->attributes, attribute) : nullptr;
+        return text ? call.reply.text(*text, capacity.bytes) : result::notFound;
+    });
+}
+
+Result specialList(const Call& call, Required device, Required parameter, Capacity capacity)
+{
+    return withDevice(call, device, [&](const Content& content) {
+        return list(call, special(call.server.catalogue, content.values, parameter), capacity);
+    });
+}
+
+Result averageList(const Call& call, Required device, Required parameter, Capacity capacity)
+{
+    return withDevice(call, device, [&](const Content& content) {
+        const std::wstring_view protocol = valueOr(content.values, L"CP_TYPE");
+        return list(call, call.server.catalogue.describeForProtocol(protocol, parameter), capacity);
+    });
+}
+
+Result plausibility(const Call& call)
+{
+    Findings findings;
+    call.store().read([&](const Configuration& configuration) {
+        for (std::size_t i = 0; i < configuration.devices.size(); ++i)
+            checkDevice(call.server.catalogue, configuration.devices[i], findings);
+        for (std::size_t i = 0; i < configuration.names.size(); ++i) {
+            const Object& name = configuration.names[i];
+            const std::wstring_view device = valueOr(name.content.values, L"LogDevice");
+            if (!device.empty() && !configuration.devices.find(device)) {
+                findings.add(result::notFound, "logical name", name.name, "points at the missing", device);
+            }
+        }
+    });
+    for (const std::string& line : findings.lines)
+        call.server.log.warning("plausibility: %s", line.c_str());
+    return findings.first;
+}
+
+Result runtimeVersions(const Call& call)
+{
+    for (const std::wstring& version : call.server.catalogue.runtimeVersions)
+        call.reply.text(version);
+    return result::ok;
+}
+
+}  // namespace srv::parameters
