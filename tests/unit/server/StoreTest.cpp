@@ -302,4 +302,14 @@ TEST(WindowsRegistry, Store_liesInThe32BitView)
               ERROR_FILE_NOT_FOUND);
 }
 
+TEST_F(StoreTest, ClearNdi_takesAllNdiValuesAndNothingElse)
+{
+    ASSERT_EQ(store.create(Device, L"Dev", content), 0u);
+    EXPECT_EQ(store.clearNdi(L"dev"), 0u);
+    EXPECT_EQ(stored(Device, L"Dev"), (Content{content.values, {}}));
+    EXPECT_EQ(now.content(Device, L"Dev"), (Content{content.values, {}}));
+    EXPECT_EQ(store.clearNdi(L"Dev"), srv::result::notFound);
+    EXPECT_EQ(store.clearNdi(L"none"), srv::result::notFound);
+}
+
 }  // namespace
