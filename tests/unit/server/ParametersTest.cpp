@@ -27,10 +27,7 @@ struct Parameters : TestServer
         catalogue.parameters[L"baudrate"] = rate;
         Description narrow = rate;
         narrow.items.pop_back();
-        catalogue::Board board;
-        board.deviceId = L"*TVRA010";
-        board.parameters[L"baudrate"] = narrow;
-        catalogue.boards.emplace(board.deviceId, board);
+        catalogue.boards[L"*TVRA010"].parameters[L"baudrate"] = narrow;
     }
     Bytes attribute(std::u16string_view parameter, std::u16string_view name, std::uint32_t capacity = 260)
     {
