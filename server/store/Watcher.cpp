@@ -12,6 +12,7 @@ namespace {
 constexpr DWORD pause = 1'000;
 constexpr DWORD longestWait = 30'000;
 constexpr DWORD retryAfter = 10'000;
+constexpr DWORD lookForDeletion = 5'000;
 
 // After a comparison the watcher rests so many times as long as that took: a large store that is written all the time
 // must not be compared all the time.
@@ -58,13 +59,23 @@ bool Watcher::arm()
 void Watcher::watch() noexcept
 {
     const HANDLE ends[] = {stop_.get(), changed_.get()};
-    while (WaitForMultipleObjects(2, ends, FALSE, INFINITE) == WAIT_OBJECT_0 + 1) {
+    for (;;) {
+        const DWORD ended = WaitForMultipleObjects(2, ends, FALSE, lookForDeletion);
+        if (ended != WAIT_OBJECT_0 + 1 && ended != WAIT_TIMEOUT) return;
+        if (ended == WAIT_TIMEOUT && !isDeleted()) continue;
         try {
             if (!compare()) return;
         } catch (const std::exception& error) {
             log_.error("changes that others made in the registry are not taken over: %s", error.what());
         }
     }
+}
+
+// Nothing is reported of a key that is deleted itself, after everything below it.
+bool Watcher::isDeleted() const noexcept
+{
+    return RegQueryInfoKeyW(key_.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                            nullptr, nullptr, nullptr) == ERROR_KEY_DELETED;
 }
 
 // False when the watcher is to stop.

@@ -33,6 +33,7 @@ class Watcher
     bool arm();
     void watch() noexcept;
     bool compare();
+    bool isDeleted() const noexcept;
     bool waitForPause();
 
     HKEY hive_;
