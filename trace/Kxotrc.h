@@ -17,6 +17,7 @@
 
 // Levels that the library itself uses. The trace compares the whole value, so exactly one of them per line.
 enum TrcLevel : std::uint32_t {
+    TRC_PA = 1,
     TRC_PX = 2,
     TRC_PE = 4,
     TRC_ENTRY = 8,

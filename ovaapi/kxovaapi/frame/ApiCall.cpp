@@ -51,7 +51,7 @@ void Reply::endIfFailed(std::uint32_t status) noexcept
 {
     if (status == ERROR_SUCCESS) return;
     end(static_cast<long>(status));
-    site_.trace(TRC_RESULT, "<< result= 0x%x ", status);
+    site_.trace(TRC_RESULT, site_.fieldFailure, status);
 }
 
 void Reply::end(long status) noexcept

@@ -20,9 +20,8 @@
 
 #include "buffers/receivedData.h"
 #include "buffers/sendData.h"
-#include "channel/traceValues.h"
+#include "frame/traceLines.h"
 #include "kxframework.h"
-#include "Kxotrc.h"
 #include "kxova/results.h"
 #include "wire/opcodes.h"
 
@@ -96,7 +95,9 @@ struct CallSite
 {
     const char* name;
     std::source_location where;
-    const char* exchangeFailure = "<< result= 0x%x ";  // how a failed exchange is traced; a format with one %x
+    // How a failed exchange, and a field that cannot be put or read, are traced; formats with one %x.
+    const char* exchangeFailure = "<< result= 0x%x ";
+    const char* fieldFailure = "<< result= 0x%x ";
 
     __attribute__((format(printf, 3, 4))) void trace(std::uint32_t level, const char* format, ...) const noexcept;
 };
@@ -164,6 +165,9 @@ class ApiCall
     // How a failed exchange of this call is traced, where that is not the usual text.
     void exchangeFailure(const char* format) noexcept { site_.exchangeFailure = format; }
 
+    // How any failure of this call's request and reply is traced, where that is not the usual text.
+    void failure(const char* format) noexcept { site_.exchangeFailure = site_.fieldFailure = format; }
+
     // One request over the channel, and its reply.
     template <typename... Fields>
     Reply request(opcode::Code code, const Fields&... fields) noexcept
@@ -214,8 +218,3 @@ class ApiCall
 // Exchanges a filled request whose answer is a result alone, with traces of its own; used by functions that build
 // their requests themselves.
 long SendAndReceive(const sendData& request) noexcept;
-
-// Traces the arguments at the start of a call, or a detail in its course.
-#define KX_ENTRY(call, ...) KXTRACE((call).name(), TRC_ENTRY, __VA_ARGS__)
-#define KX_DETAIL(call, ...) KXTRACE((call).name(), TRC_DETAIL, __VA_ARGS__)
-#define KX_RESULT(call, ...) KXTRACE((call).name(), TRC_RESULT, __VA_ARGS__)
