@@ -22,6 +22,7 @@
 
 #include "kxova/board.h"
 #include "kxova/helpers.h"
+#include "kxova/language.h"
 #include "kxova/logdevice.h"
 #include "kxova/logname.h"
 #include "kxova/notify.h"
