@@ -27,6 +27,7 @@
 #include "kxova/logname.h"
 #include "kxova/notify.h"
 #include "kxova/panel.h"
+#include "kxova/paramdesc.h"
 #include "kxova/profile.h"
 #include "kxova/protocol.h"
 #include "kxova/registry.h"
