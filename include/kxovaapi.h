@@ -28,6 +28,7 @@
 #include "kxova/notify.h"
 #include "kxova/panel.h"
 #include "kxova/paramdesc.h"
+#include "kxova/ports.h"
 #include "kxova/profile.h"
 #include "kxova/protocol.h"
 #include "kxova/registry.h"
