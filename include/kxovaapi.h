@@ -21,10 +21,12 @@
 #include <windows.h>
 
 #include "kxova/board.h"
+#include "kxova/extensions.h"
 #include "kxova/helpers.h"
 #include "kxova/language.h"
 #include "kxova/logdevice.h"
 #include "kxova/logname.h"
+#include "kxova/machine.h"
 #include "kxova/notify.h"
 #include "kxova/panel.h"
 #include "kxova/paramdesc.h"

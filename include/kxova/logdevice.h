@@ -97,7 +97,8 @@ KXOVAAPI long LogDeviceFromDeviceIDEnum(const char* lpszDeviceID, unsigned long 
                                         unsigned long* logDeviceLength, char* unit, unsigned long* unitLength);
 
 /* Opens the device's own property sheet: its Ndi value "PropSheet" names library and function. 8100: the value
- * names no function. This build ends with 8104 where the library would be called. */
+ * names no function. 8102: the library's name holds a backslash. This build ends with 8104 where the library would be
+ * called. */
 KXOVAAPI long LogDeviceCallDLL(HWND hWnd, const char* lpszLogDevice);
 
 /* Always 120. */

@@ -7,6 +7,7 @@
 #include "frame/guarded.h"
 #include "frame/valueEnumeration.h"
 #include "kxovaapi.h"
+#include "kxovaSS/extensionLibrary.h"
 #include "kxstring32x.h"
 
 namespace {
@@ -126,7 +127,9 @@ long LogDeviceCallDLL(HWND hWnd, const char* lpszLogDevice)
             return DCFG_ERR_CALL_DLL;
         }
         const CString library = sFirstFromSeperatedListOneOf(&function, ", ;");
-        const long result = DCFG_LogDeviceCallDLL(hWnd, library, function, lpszLogDevice, lpszLogDevice);
+        const long result = ExtensionLibrary::suspicious(library)
+                                ? long{DCFG_ERR_CANT_FIND_DLL}
+                                : DCFG_LogDeviceCallDLL(hWnd, library, function, lpszLogDevice, lpszLogDevice);
         KX_RESULT(call, "<< return =%d ", static_cast<int>(result));
         return result;
     });

@@ -235,6 +235,14 @@ TEST_F(LogDeviceCalls, CallDLL_anySeparatorEndsWith8104)
     }
 }
 
+TEST_F(LogDeviceCalls, CallDLL_libraryWithAPathIs8102)
+{
+    channel.answer(textReply("C:\\x\\PAGES.DLL,Open"));
+    const TraceCapture capture("0x88");
+    EXPECT_EQ(LogDeviceCallDLL(nullptr, "Line 1"), 8102);
+    EXPECT_EQ(capture.of("LogDeviceCallDLL:"), callDllLines("<< return =8102 "));
+}
+
 TEST_F(LogDeviceCalls, CallDLL_withoutSeparatorIs8100)
 {
     channel.answer(textReply("PAGES.DLL"));
