@@ -5,10 +5,12 @@
  * letter by which texts are chosen: A German, B English, C French, D Spanish, E Italian, J Japanese, K Chinese.
  *
  * The sources, first hit wins:
- *   the command line   App=NAME with that application's registry settings (Talun, Talun_Lite, Vantiko),
- * LangExt=LETTER, WinLang ABBREVIATION (a blank, no "=") Windows            the language of the user interface the
- * registry       HKEY_LOCAL_MACHINE\SOFTWARE\TAVRONE\NORIX\DCFG (32-bit view): CallingApp, LangExt English "ENGLISH"
- * with "B"
+ *
+ *   the command line   App=NAME, with that application's registry settings (Talun, Talun_Lite, Vantiko);
+ *                      LangExt=LETTER; WinLang ABBREVIATION (a blank, no "=")
+ *   Windows            the language of the user interface
+ *   the registry       HKEY_LOCAL_MACHINE\SOFTWARE\TAVRONE\NORIX\DCFG (32-bit view): CallingApp, LangExt
+ *   English            "ENGLISH" with "B"
  */
 #ifndef KXOVA_LANGUAGE_H
 #define KXOVA_LANGUAGE_H

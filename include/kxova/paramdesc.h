@@ -31,12 +31,18 @@ KXOVAAPI long LogDeviceGetParamDesc(const char* lpszLogDevice, const char* lpszP
                                     CString* psParamValue);
 
 /* Whether a parameter may be set to a value; nothing is written. "min", "max" and "default" (in any case) stand for
- * the numbers that the description gives, and are replaced by them in the caller's string. 0    accepted; so is every
- * value of a parameter without a description 87    an argument is NULL, or the value is empty 8050    not one of the
- * choices of an "enum" (the values count, in any case, not the texts) 8052    neither "true" nor "false", in any
- * case, for a "bool" 8054    below "min" 8056    above "max"; noticed only when there is a "min" too 8058    not a
- * whole number of steps above "min"; steps below 2 are not checked Numbers are read in the description's base (10
- * when it is missing or not between 2 and 35), signed for "int" and "long", unsigned for every other type. */
+ * the numbers that the description gives, and are replaced by them in the caller's string.
+ *
+ *   0      accepted; so is every value of a parameter without a description
+ *   87     an argument is NULL, or the value is empty
+ *   8050   not one of the choices of an "enum" (the values count, in any case, not the texts)
+ *   8052   neither "true" nor "false", in any case, for a "bool"
+ *   8054   below "min"
+ *   8056   above "max"; noticed only when there is a "min" too
+ *   8058   not a whole number of steps above "min"; steps below 2 are not checked
+ *
+ * Numbers are read in the description's base (10 when it is missing or not between 2 and 35), signed for "int" and
+ * "long", unsigned for every other type. */
 KXOVAAPI long LogDeviceCheckValue(const char* lpszLogDevice, const char* lpszParameter, CString& sValue);
 
 /* Append the items that a parameter may be set to: those that hold for this logical device, and those of any device
