@@ -2,13 +2,13 @@
 // meet the same machine. Needs the configuration server; makes a logical device of its own and deletes it.
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <vector>
 
 #include "kxonlinx.h"
 #include "kxovaapi.h"
+#include "measure.h"
 #include "wire/frame.h"
 
 namespace {
@@ -18,37 +18,6 @@ constexpr char definition[] = "NX3110.MPI";
 constexpr char parameter[] = "baudrate";
 constexpr int rounds = 4000;
 constexpr int warmUp = 200;
-
-double microseconds(LARGE_INTEGER from, LARGE_INTEGER to)
-{
-    static const double frequency = [] {
-        LARGE_INTEGER ticks;
-        QueryPerformanceFrequency(&ticks);
-        return static_cast<double>(ticks.QuadPart);
-    }();
-    return static_cast<double>(to.QuadPart - from.QuadPart) * 1e6 / frequency;
-}
-
-struct Series
-{
-    std::vector<double> times;
-
-    template <typename Work>
-    void measure(Work work)
-    {
-        LARGE_INTEGER before;
-        LARGE_INTEGER after;
-        QueryPerformanceCounter(&before);
-        work();
-        QueryPerformanceCounter(&after);
-        times.push_back(microseconds(before, after));
-    }
-    double at(double part)
-    {
-        std::sort(times.begin(), times.end());
-        return times[static_cast<std::size_t>(part * static_cast<double>(times.size() - 1))];
-    }
-};
 
 // The frame that the library sends for the same question, built by hand.
 std::vector<unsigned char> bareRequest()

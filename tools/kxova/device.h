@@ -2,5 +2,11 @@
 
 #include <CLI/CLI.hpp>
 
-// kxova device list|show|get|set|create|delete|exists
+// kxova device list|show|get|set|unset|create|copy|delete|exists|ndi|temp
 void addDeviceCommands(CLI::App& app);
+
+// kxova device ndi list|get|set|unset
+void addDeviceNdiCommands(CLI::App& device);
+
+// kxova device temp
+void addDeviceTempCommand(CLI::App& device);

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "commands.h"
+#include "configuration/File.h"
 #include "device.h"
 #include "output.h"
 #include "results.h"
@@ -46,6 +48,18 @@ int report(const Failure& failure)
     return failure.status();
 }
 
+int report(const BadFile& file)
+{
+    if (jsonOutput) {
+        printError(Json{{"error", {{"message", file.what()}, {"problems", file.problems()}}}}.dump(2) + "\n");
+    } else {
+        printError(std::string("kxova: ") + file.what() + "\n");
+        for (const std::string& problem : file.problems())
+            printError("       " + problem + "\n");
+    }
+    return exitRefused;
+}
+
 int usage(const CLI::App& app, const CLI::ParseError& error)
 {
     if (error.get_exit_code() == 0) {  // help and version are no failures
@@ -70,12 +84,25 @@ int main()
     app.require_subcommand(1);
     app.fallthrough();
     addDeviceCommands(app);
+    addNameCommands(app);
+    addTemplateCommands(app);
+    addMetaCommands(app);
+    addBoardCommands(app);
+    addProtocolCommands(app);
+    addProfileCommands(app);
+    addRegistryCommands(app);
+    addPanelCommands(app);
+    addLldpCommands(app);
+    addExportCommand(app);
+    addImportCommand(app);
 
     try {
         app.parse(arguments());
         return exitOk;
     } catch (const Failure& failure) {
         return report(failure);
+    } catch (const BadFile& file) {
+        return report(file);
     } catch (const CLI::RuntimeError& answered) {
         return answered.get_exit_code();
     } catch (const CLI::ParseError& error) {

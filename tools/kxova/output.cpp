@@ -62,6 +62,11 @@ std::string Table::text() const
     return text;
 }
 
+std::string counted(std::size_t number, const std::string& thing)
+{
+    return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
+}
+
 void show(const Json& json, const std::string& text)
 {
     print(jsonOutput ? json.dump(2) + "\n" : text);

@@ -25,5 +25,8 @@ class Table
     std::vector<std::vector<std::string>> rows_;
 };
 
+// "1 value", "2 values"
+std::string counted(std::size_t number, const std::string& thing);
+
 // Prints the one or the other, as --json says.
 void show(const Json& json, const std::string& text);

@@ -25,13 +25,19 @@ struct Row
     int status;
 };
 
+constexpr char startHint[] = "start it with \"kxovasrvx run\"";
+
 constexpr Row rows[] = {
+    {ERROR_FILE_NOT_FOUND, "ERROR_FILE_NOT_FOUND", "there is no such file", "", exitNotFound},
+    {ERROR_PATH_NOT_FOUND, "ERROR_PATH_NOT_FOUND", "there is no such folder", "", exitNotFound},
     {ERROR_ACCESS_DENIED, "ERROR_ACCESS_DENIED", "access is denied", "", exitRefused},
     {ERROR_INVALID_PARAMETER, "ERROR_INVALID_PARAMETER", "an argument is missing or not allowed", "", exitRefused},
     {ERROR_BUFFER_OVERFLOW, "ERROR_BUFFER_OVERFLOW", "the texts are too long for one request", "shorten them",
      exitRefused},
     {ERROR_CALL_NOT_IMPLEMENTED, "ERROR_CALL_NOT_IMPLEMENTED", "the function is not available", "", exitFailed},
     {ERROR_ALREADY_EXISTS, "ERROR_ALREADY_EXISTS", "it exists already", "", exitRefused},
+    {ERROR_NO_UNICODE_TRANSLATION, "ERROR_NO_UNICODE_TRANSLATION",
+     "it has characters that the system's ANSI code page lacks", "", exitRefused},
     {DCFG_ERR_BUFFER_TOO_SHORT, "DCFG_ERR_BUFFER_TOO_SHORT", "the answer is longer than the interface allows", "",
      exitFailed},
     {DCFG_ERR_NO_MORE_ITEMS, "DCFG_ERR_NO_MORE_ITEMS", "there are no more items", "", exitNotFound},
@@ -78,8 +84,12 @@ Failure::Explanation Failure::explain(long result)
                     "look into the server's log; \"kxovasrvx run --log-level debug\" shows each request",
                     exitNoAnswer};
         }
-        return {"ERROR_READ_FAULT", "the configuration server is not running", "start it with \"kxovasrvx run\"",
-                exitNoServer};
+        return {"ERROR_READ_FAULT", "the configuration server is not running", startHint, exitNoServer};
+    }
+    // What the registry access reports where nobody offers its pipe.
+    if ((result == ERROR_INVALID_HANDLE || result == ERROR_PIPE_NOT_CONNECTED) && !serverIsRunning()) {
+        return {result == ERROR_INVALID_HANDLE ? "ERROR_INVALID_HANDLE" : "ERROR_PIPE_NOT_CONNECTED",
+                "the configuration server is not running", startHint, exitNoServer};
     }
     for (const Row& row : rows) {
         if (row.result == result) return {row.name, row.meaning, row.hint, row.status};

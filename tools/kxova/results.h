@@ -22,6 +22,8 @@ class Failure : public std::runtime_error
     Failure(const std::string& attempt, long result, const std::string& hintWhenNotFound = {});
 
     const std::string& hint() const noexcept { return hint_; }
+    // Puts a sentence before the hint.
+    void advise(const std::string& sentence) { hint_ = hint_.empty() ? sentence : sentence + "; " + hint_; }
     const std::string& resultName() const noexcept { return name_; }
     long result() const noexcept { return result_; }
     int status() const noexcept { return status_; }

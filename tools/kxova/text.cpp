@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "results.h"
+
 namespace {
 
 std::wstring widen(std::string_view text, UINT codePage)
@@ -15,15 +17,23 @@ std::wstring widen(std::string_view text, UINT codePage)
     return wide;
 }
 
-std::string narrow(const std::wstring& wide, UINT codePage)
+std::string narrow(const std::wstring& wide, UINT codePage, DWORD flags = 0, BOOL* replaced = nullptr)
 {
     if (wide.empty()) return {};
     const int size = static_cast<int>(wide.size());
-    std::string text(
-        static_cast<std::size_t>(WideCharToMultiByte(codePage, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)),
-        0);
-    WideCharToMultiByte(codePage, 0, wide.data(), size, text.data(), static_cast<int>(text.size()), nullptr, nullptr);
+    const int length = WideCharToMultiByte(codePage, flags, wide.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<std::size_t>(length), 0);
+    WideCharToMultiByte(codePage, flags, wide.data(), size, text.data(), length, nullptr, replaced);
     return text;
+}
+
+// Without characters that merely look alike.
+std::optional<std::string> exactAnsi(std::string_view utf8)
+{
+    BOOL replaced = FALSE;
+    std::string ansi = narrow(widen(utf8, CP_UTF8), CP_ACP, WC_NO_BEST_FIT_CHARS, &replaced);
+    if (replaced) return std::nullopt;
+    return ansi;
 }
 
 }  // namespace
@@ -35,7 +45,28 @@ std::string toUtf8(std::string_view ansi)
 
 std::string toAnsi(std::string_view utf8)
 {
-    return narrow(widen(utf8, CP_UTF8), CP_ACP);
+    std::optional<std::string> ansi = exactAnsi(utf8);
+    if (!ansi) throw Failure("use \"" + std::string(utf8) + "\"", ERROR_NO_UNICODE_TRANSLATION);
+    return *std::move(ansi);
+}
+
+std::optional<std::size_t> ansiLength(std::string_view utf8)
+{
+    const std::optional<std::string> ansi = exactAnsi(utf8);
+    if (!ansi) return std::nullopt;
+    return ansi->size();
+}
+
+std::wstring toWide(std::string_view utf8)
+{
+    return widen(utf8, CP_UTF8);
+}
+
+std::wstring folded(std::string_view utf8)
+{
+    std::wstring name = toWide(utf8);
+    CharUpperBuffW(name.data(), static_cast<DWORD>(name.size()));
+    return name;
 }
 
 std::size_t columns(std::string_view utf8)

@@ -1,6 +1,12 @@
 #!/usr/bin/env bash
 # Plays a session: commands behind "$ ", each followed by what it must print and, when it is not 0, its exit status in
-# brackets. "$ server start" and "$ server stop" do just that. The store is empty at the start of a session.
+# brackets. "$ server start" and "$ server stop" do just that. The store is empty at the start of a session. The
+# session's directory holds copies of the files in files/.
+#
+#   $ store save NAME         keeps the registry keys of the configuration, as the system exports them
+#   $ store wipe              deletes all logical devices and names; the server must not run
+#   $ store compare NAME      says whether the keys are what they were when they were saved, byte for byte
+#   $ value set KEY NAME TEXT writes a registry value below the configuration's key, past server and library
 #
 #   run-session.sh FILE            compares, shows the difference, fails when there is one
 #   UPDATE=1 run-session.sh FILE   writes what the commands print into the file, to be reviewed as a change
@@ -9,7 +15,6 @@ session=$(readlink -f "$1")
 root=$(readlink -f "$(dirname "$0")/../../..")
 # shellcheck disable=SC1091
 . "$root/scripts/wine-env.sh"
-cd "$root"
 
 work=$(mktemp -d)
 server_pid=
@@ -20,10 +25,14 @@ cleanup() {
 }
 trap cleanup EXIT
 
-for key in LogDevices LogNames MetaData Special Hardware Instances; do wine reg delete "$store\\$key" /f /reg:32 >/dev/null 2>&1 || true; done
+for key in LogDevices LogNames MetaData Special Hardware Instances; do
+  wine reg delete "$store\\$key" /f /reg:32 >/dev/null 2>&1 || true
+done
+cp -r "$(dirname "$session")/files/." "$work"
+cd "$work"
 
 start_server() {
-  wine build/x64/bin/kxovasrvx.exe run >"$work/server.log" 2>&1 &
+  wine "$root/build/x64/bin/kxovasrvx.exe" run >"$work/server.log" 2>&1 &
   server_pid=$!
   for _ in $(seq 1 300); do
     if grep -q '^kxovasrvx: ready' "$work/server.log"; then return; fi
@@ -41,6 +50,28 @@ stop_server() {
   server_pid=
 }
 
+store_save() {
+  local key
+  for key in LogDevices LogNames; do wine reg export "$store\\$key" "$1.$key.reg" /y /reg:32 >/dev/null; done
+}
+
+# An existing key of logical names keeps the next server from making the catalogue's.
+store_wipe() {
+  local key
+  for key in LogDevices LogNames; do
+    wine reg delete "$store\\$key" /f /reg:32 >/dev/null
+    wine reg add "$store\\$key" /f /reg:32 >/dev/null
+  done
+}
+
+store_compare() {
+  local key
+  store_save now
+  for key in LogDevices LogNames; do
+    cmp -s "$1.$key.reg" "now.$key.reg" && echo "$key: the same" || echo "$key: different"
+  done
+}
+
 play() {
   local line words
   while IFS= read -r line; do
@@ -48,12 +79,22 @@ play() {
       '#'*) echo "$line" ;;
       '$ server start') echo "$line"; start_server ;;
       '$ server stop') echo "$line"; stop_server ;;
+      '$ store '*)
+        echo "$line"
+        eval "words=(${line#\$ store })"
+        "store_${words[0]}" "${words[@]:1}"
+        ;;
+      '$ value set '*)
+        echo "$line"
+        eval "words=(${line#\$ value set })"
+        wine reg add "$store\\${words[0]}" /v "${words[1]}" /d "${words[2]}" /f /reg:32 >/dev/null
+        ;;
       '$ '*)
         echo "$line"
         eval "words=(${line#\$ })"
-        local program=${words[0]} binary=build/x86/bin/${words[0]}.exe status=0
-        [ -e "$binary" ] || binary=build/x64/bin/$program.exe
-        scripts/run-wine "$binary" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
+        local program=${words[0]} binary=$root/build/x86/bin/${words[0]}.exe status=0
+        [ -e "$binary" ] || binary=$root/build/x64/bin/$program.exe
+        "$root/scripts/run-wine" "$binary" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
         tr -d '\r' <"$work/out"
         tr -d '\r' <"$work/err"
         [ "$status" = 0 ] || echo "[$status]"
