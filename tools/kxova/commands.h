@@ -33,3 +33,9 @@ void addLldpCommands(CLI::App& app);
 // kxova export, kxova import
 void addExportCommand(CLI::App& app);
 void addImportCommand(CLI::App& app);
+
+// kxova language, kxova ports, kxova versions
+void addMachineCommands(CLI::App& app);
+
+// kxova doctor
+void addDoctorCommand(CLI::App& app);

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "calls.h"
+#include "description.h"
 #include "hints.h"
 #include "output.h"
 
@@ -133,6 +134,7 @@ void addDeviceCommands(CLI::App& app)
         std::string value;
         std::string definition;
         std::optional<std::string> netType;
+        bool check = false;
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* const group = app.add_subcommand("device", "logical devices and their values");
@@ -159,7 +161,12 @@ void addDeviceCommands(CLI::App& app)
 
     CLI::App* const set = commandOnValue("set", "store one value of a logical device");
     set->add_option("VALUE", arguments->value, "the text to store")->required();
-    set->callback([arguments] { setValue(arguments->name, arguments->parameter, arguments->value); });
+    set->add_flag("--check", arguments->check, "refuse a value that its parameter must not have");
+    set->callback([arguments] {
+        setValue(arguments->name, arguments->parameter,
+                 arguments->check ? checkedValue(arguments->name, arguments->parameter, arguments->value)
+                                  : arguments->value);
+    });
 
     commandOnValue("unset", "delete one value of a logical device")->callback([arguments] {
         unsetValue(arguments->name, arguments->parameter);
@@ -176,6 +183,7 @@ void addDeviceCommands(CLI::App& app)
     command("delete", "delete a logical device")->callback([arguments] { remove(arguments->name); });
     command("exists", "print yes or no; exit status 4 for no")->callback([arguments] { exists(arguments->name); });
 
+    addDeviceCheckCommands(*group);
     addDeviceNdiCommands(*group);
     addDeviceTempCommand(*group);
 }

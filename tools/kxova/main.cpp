@@ -95,6 +95,8 @@ int main()
     addLldpCommands(app);
     addExportCommand(app);
     addImportCommand(app);
+    addMachineCommands(app);
+    addDoctorCommand(app);
 
     try {
         app.parse(arguments());

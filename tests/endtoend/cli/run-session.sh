@@ -72,6 +72,9 @@ store_compare() {
   done
 }
 
+# As it stands in plain output and in JSON.
+windows_root=$(printf 'Z:%s' "$root" | sed 's|/|[\\]{1,2}|g')
+
 play() {
   local line words
   while IFS= read -r line; do
@@ -95,7 +98,8 @@ play() {
         local program=${words[0]} binary=$root/build/x86/bin/${words[0]}.exe status=0
         [ -e "$binary" ] || binary=$root/build/x64/bin/$program.exe
         "$root/scripts/run-wine" "$binary" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
-        tr -d '\r' <"$work/out"
+        # What depends on where the sources lie is shown as ROOT.
+        tr -d '\r' <"$work/out" | sed -E "s|$windows_root|ROOT|g"
         tr -d '\r' <"$work/err"
         [ "$status" = 0 ] || echo "[$status]"
         ;;
