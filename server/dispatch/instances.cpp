@@ -94,7 +94,8 @@ Result enumOfBoard(const Call& call, Given name, std::uint32_t index, Capacity n
                                       {device.boardMap, mapCapacity},
                                       {device.hardwareInstanceId, instanceIdCapacity}});
         }
-        const std::wstring map = board && newMap && index == 0 ? Machine::freeMap(*board, devices) : std::wstring();
+        if (!board || !newMap || index > 0) return result::noMoreItems;
+        const std::wstring map = Machine::freeMap(*board, devices);
         if (map.empty()) return result::noMoreItems;
         return answerTexts(call, {{board->name, nameCapacity}, {map, mapCapacity}, {L"", instanceIdCapacity}});
     });

@@ -64,7 +64,7 @@ Result Machine::createInitial()
 {
     for (const HardwareDevice& device : catalogue_.installedBoards) {
         const catalogue::Board* const board = catalogue_.board(device.deviceId);
-        if (!board || !board->plugAndPlay) continue;
+        if (!board || !board->plugAndPlay || device.state == state::notConnected) continue;
         if (const LSTATUS status = hardware_.put(device)) return static_cast<Result>(status);
     }
     for (const HardwareDevice& device : catalogue_.installedBoards)

@@ -84,6 +84,7 @@ TEST_F(DispatcherTest, NullWhereANameIsNeeded_is87)
 TEST_F(DispatcherTest, RandomRequests_areAlwaysAnsweredWithKind4)
 {
     createDevice(u"Dev");
+    srv::Session pipe(2, srv::Via::Pipe, 4711);
     std::mt19937 random(20261121);
     const auto upTo = [&](std::uint32_t bound) { return static_cast<std::uint32_t>(random() % (bound + 1)); };
     const Bytes texts[] = {str(u"Dev"),
@@ -93,15 +94,20 @@ TEST_F(DispatcherTest, RandomRequests_areAlwaysAnsweredWithKind4)
                            str(u"DCFG_TEMP_LOG_DEVICE____1"),
                            str(std::u16string(300, u'x')),
                            str({u"a\0b", 3}),
+                           str(u"SOFTWARE\\WOW6432Node\\TAVRONE\\NORIX\\LogDevices\\Dev"),
+                           str(u"Boards"),
+                           str(u"*TVRA010"),
                            u32(0x80000000),
                            u32(3)};
     for (int i = 0; i < 3000; ++i) {
         const auto operations = srv::allOperations();
-        Bytes request = u16(operations[upTo(static_cast<std::uint32_t>(operations.size()) - 1)].opcode);
+        const srv::Operation& operation = operations[upTo(static_cast<std::uint32_t>(operations.size()) - 1)];
+        Bytes request = u16(operation.opcode);
         for (std::uint32_t fields = upTo(6); fields > 0; --fields)
-            request = request + (upTo(2) > 0 ? texts[upTo(8)] : u32(upTo(1) ? upTo(300) : random()));
+            request =
+                request + (upTo(2) > 0 ? texts[upTo(std::size(texts) - 1)] : u32(upTo(1) ? upTo(300) : random()));
         if (upTo(3) == 0) request.resize(upTo(static_cast<std::uint32_t>(request.size())));
-        const Bytes answer = ask(request);
+        const Bytes answer = ask(operation.via == srv::Via::Pipe ? pipe : session, request);
         ASSERT_GE(answer.size(), 6u);
         ASSERT_LE(answer.size(), 8192u);
         ASSERT_EQ(Bytes(answer.begin(), answer.begin() + 2), u16(4));

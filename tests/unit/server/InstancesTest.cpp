@@ -335,6 +335,22 @@ TEST_F(MachineTest, CataloguesHardware_isThereOnTheFirstStartAlone)
     EXPECT_EQ(instanceAt(1), reply(259));
 }
 
+TEST_F(MachineTest, CataloguesHardwareThatIsNotConnected_isNotPluggedIn)
+{
+    unplug(firstId);
+    srv::HardwareDevice away = device(firstId);
+    away.boardMap = L"NX200-1";
+    away.netType = L"MPI";
+    away.state = 45;
+    catalogue.installedBoards = {away};
+    ASSERT_EQ(machine.open(), 0u);
+    scan();
+    EXPECT_EQ(instanceAt(0), instance(u"ACPI\\TVRA010\\0", u"NX200-1", 45));
+    plug(firstId);
+    scan();
+    EXPECT_EQ(instanceAt(0), instance(u"ACPI\\TVRA010\\0", u"NX200-1"));
+}
+
 TEST_F(MachineTest, InstanceThatWasNeverFinished_doesNotCount)
 {
     ASSERT_EQ(registry.createKey(L"Instances\\ACPI#TVRA010#7"), ERROR_SUCCESS);
