@@ -29,6 +29,15 @@ inline constexpr Code HardwareChangeRegister = 256;
 inline constexpr Code HardwareChangeUnregister = 257;
 inline constexpr Code HardwareChangeGet = 258;
 
+// The channel library's own requests; see wire/notifications.h
+inline constexpr Code NotifyChannel = 496;
+inline constexpr Code NotifyListen = 497;
+inline constexpr Code NotifyRenewBegin = 498;
+inline constexpr Code NotifyRenew = 499;
+inline constexpr Code HardwareChangeRenew = 500;
+inline constexpr Code NotifyRenewEnd = 501;
+inline constexpr Code NotifyPush = 502;  // from the server: no request
+
 // Logical devices
 inline constexpr Code LogDeviceGetValue = 33;
 inline constexpr Code LogDeviceSetValue = 34;

@@ -17,14 +17,15 @@ extern "C" {
 
 typedef struct OvaHardwareChange
 {
-    unsigned long change; /* what happened; the server defines the codes */
+    unsigned long change; /* what happened; of this project's server: 1 arrived, 2 removed */
     GUID interfaceClass;
     char name[256];
 } OvaHardwareChange;
 
 /* Posts a message to hWnd when hardware of this interface class comes or goes: its number is 1024 (WM_USER) or the
  * one set below, wParam is WM_DEVICECHANGE (0x0219), lParam a handle for OvaGetHardwareChanges. One window per
- * process, any number of classes. 87: pGUID is NULL. 8560: another window is registered. */
+ * process, any number of classes; a class of zeros stands for every class, communication boards have
+ * {C4517B3A-920E-4BD6-A13F-6C5827E904BD}. 87: pGUID is NULL. 8560: another window is registered. */
 KXOVAAPI unsigned long OvaRegisterHardwareChanges(HWND hWnd, const GUID* pGUID);
 
 /* Sets the number of the message that is posted to hWnd, 1024 to 32767. 87: hWnd is NULL or the number lies outside.
@@ -38,15 +39,18 @@ KXOVAAPI unsigned long OvaUnregisterHardwareChanges(const GUID* pGuid);
  * in the middle of the reply leaves what it had filled in. */
 KXOVAAPI unsigned long OvaGetHardwareChanges(unsigned long handle, OvaHardwareChange* pChanges);
 
-/* Creates an auto-reset event of this name and sets it whenever a logical device (a logical name) below `subject`
- * changes. *event receives its handle, which stays the caller's; `reserved` must not be NULL. The two numbers are not
+/* Creates an auto-reset event of this name and sets it whenever the logical device (the logical name) `subject`, or any
+ * when that is NULL or empty, is made, changed or deleted, by whomever. Changes that come while the event is set, or on
+ * its way to be, are one notification with the earlier ones. After a restart of the server it is set once, whether or
+ * not anything changed. *event receives its handle, which stays the caller's; `reserved` must not be NULL. The two numbers are not
  * used. 87: eventName, event or reserved is NULL. */
 KXOVAAPI unsigned long LogDeviceNotifyChange(const char* subject, unsigned long unused1, unsigned long unused2,
                                              const char* eventName, HANDLE* event, void* reserved);
 KXOVAAPI unsigned long LogNameNotifyChange(const char* subject, unsigned long unused1, unsigned long unused2,
                                            const char* eventName, HANDLE* event, void* reserved);
 
-/* Ends a notification; the event stays open. event may be NULL. 87: eventName is NULL. */
+/* Ends a notification; the event stays open. event may be NULL: with all handles. 87: eventName is NULL. 8012: there is
+ * no such notification. */
 KXOVAAPI unsigned long LogDeviceUnregisterNotifyChange(const char* subject, const char* eventName,
                                                        const HANDLE* event);
 KXOVAAPI unsigned long LogNameUnregisterNotifyChange(const char* subject, const char* eventName, const HANDLE* event);

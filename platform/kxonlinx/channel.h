@@ -1,6 +1,7 @@
 // One open channel: whose turn it is, when to connect, what may be sent again, and what counts as a reply.
 //
-// Any thread may call any function. One exchange runs at a time.
+// Any thread may call any function. One exchange runs at a time. Registrations for notifications are remembered, so
+// that they can be made again with a server that has been restarted; listener.h says who asks for that.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +10,7 @@
 
 #include "frame_check.h"
 #include "ref.h"
+#include "registrations.h"
 #include "support/win_handle.h"
 #include "transport.h"
 #include "turn.h"
@@ -34,8 +36,29 @@ class Channel final : public RefCounted
     // Makes the exchange under way, and every later one, end with NOT_OPEN.
     void close() noexcept;
 
-    // Where the server's notifications are to go; no window: nowhere.
-    void setNotification(HWND window, UINT message) noexcept;
+    // Where the server's notifications are to go. The first call starts a thread that listens for them, which holds
+    // a reference to this object until the channel is closed or the window is gone.
+    kxonlinx_error setNotification(HWND window, UINT message) noexcept;
+
+    // For the listening thread.
+
+    // Posts to the window. Nothing is posted once close() has returned.
+    enum class Post { done, queueIsFull, noWindow };
+    Post post(WPARAM what, LPARAM value) noexcept;
+
+    // False: there is no window any more.
+    bool hasWindow() const noexcept;
+
+    // The same, and when there is none, the thread ends, and setNotification starts another.
+    bool stillListening() noexcept;
+
+    // Makes all registrations again.
+    kxonlinx_error renew() noexcept;
+
+    std::uint64_t id() const noexcept { return id_; }
+    Bounds bounds() const noexcept { return {Deadline::after(timeout_), closing_.get()}; }
+    HANDLE renewWanted() const noexcept { return renewWanted_.get(); }
+    std::unique_ptr<Transport> sibling() const noexcept { return transport_->sibling(); }
 
     bool reachable() const noexcept { return transport_->reachable(); }
 
@@ -43,20 +66,25 @@ class Channel final : public RefCounted
     Channel(std::unique_ptr<Transport> transport, platform::KernelObject closing, DWORD timeout) noexcept;
 
     kxonlinx_error exchange(Bytes request, const Bounds& bounds, std::size_t& replyLength) noexcept;
-
-    struct Notification
-    {
-        HWND window = nullptr;
-        UINT message = 0;
-    };
+    kxonlinx_error identify(Bytes request, const Bounds& bounds) noexcept;
+    void wantRenewal() noexcept;
 
     const std::unique_ptr<Transport> transport_;
     const platform::KernelObject closing_;
     const DWORD timeout_;
+    const std::uint64_t id_;  // of this channel among all that this process ever has
     Turn turn_;
-    SRWLOCK notificationLock_ = SRWLOCK_INIT;
-    Notification notification_;
-    std::uint8_t reply_[wire::replyFrameCapacity];  // belongs to whose turn it is
+
+    mutable SRWLOCK notificationLock_ = SRWLOCK_INIT;
+    HWND window_ = nullptr;
+    UINT message_ = 0;
+    bool listening_ = false;
+    platform::KernelObject renewWanted_;  // made with the thread
+
+    // Belong to whose turn it is.
+    Registrations registrations_;
+    bool identified_ = false;  // the server knows on the present connection which channel this is
+    std::uint8_t reply_[wire::replyFrameCapacity];
 };
 
 }  // namespace kxonlinx

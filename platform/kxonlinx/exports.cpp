@@ -73,8 +73,7 @@ kxonlinx_error setNotification(int handle, HWND window, UINT message) noexcept
     if (message < lowestMessage || message > highestMessage || !isWindowOfThisProcess(window)) {
         return KXONLINX_BAD_ARGUMENT;
     }
-    channel->setNotification(window, message);
-    return KXONLINX_OK;
+    return channel->setNotification(window, message);
 }
 
 }  // namespace

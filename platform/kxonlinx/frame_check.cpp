@@ -1,6 +1,7 @@
 #include "frame_check.h"
 
 #include "wire/frame.h"
+#include "wire/opcodes.h"
 
 namespace kxonlinx {
 
@@ -32,6 +33,19 @@ bool isRequest(Bytes frame) noexcept
 {
     return isFrame(frame) && frame.size() >= wire::frameHeaderLength + sizeof(std::uint16_t) &&
            u16(frame, at::opcodeOffset) == u16(frame, wire::frameHeaderLength);
+}
+
+bool isSuccess(Bytes reply) noexcept
+{
+    constexpr std::size_t kindAndResult = 6;
+    if (reply.size() < wire::frameHeaderLength + kindAndResult) return false;
+    const Bytes payload = reply.subspan(wire::frameHeaderLength);
+    return u16(payload, 0) == wire::resultReply && u16(payload, 2) == 0 && u16(payload, 4) == 0;
+}
+
+bool isPush(Bytes frame) noexcept
+{
+    return isRequest(frame) && u16(frame, at::opcodeOffset) == wire::opcode::NotifyPush;
 }
 
 bool isReplyTo(Bytes request, Bytes frame) noexcept

@@ -16,4 +16,10 @@ bool isRequest(Bytes frame) noexcept;
 // The same for a reply to `request`, whose operation code it repeats. The payload may be empty.
 bool isReplyTo(Bytes request, Bytes frame) noexcept;
 
+// Whether a reply says that the request was carried out: kind 4, result 0.
+bool isSuccess(Bytes reply) noexcept;
+
+// The same as isRequest for a frame that the server sends unasked.
+bool isPush(Bytes frame) noexcept;
+
 }  // namespace kxonlinx

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <new>
 
 namespace kxonlinx {
 
@@ -146,6 +147,41 @@ bool PipeTransport::reachable() const noexcept
 {
     // Pipes that are all taken are a server's too; it is just busy.
     return WaitNamedPipeW(pipeName_, 1) || GetLastError() == ERROR_SEM_TIMEOUT;
+}
+
+std::unique_ptr<Transport> PipeTransport::sibling() const noexcept
+{
+    return std::unique_ptr<Transport>(new (std::nothrow) PipeTransport(pipeName_ + prefixLength));
+}
+
+kxonlinx_error PipeTransport::receive(std::span<std::uint8_t> message, std::size_t& length, HANDLE wake,
+                                      const Bounds& bounds) noexcept
+{
+    length = 0;
+    OVERLAPPED operation{};
+    operation.hEvent = completed_.get();
+    kxonlinx_error givenUp = KXONLINX_SYSTEM_ERROR;
+    if (!ReadFile(pipe_.get(), message.data(), static_cast<DWORD>(message.size()), nullptr, &operation)) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_MORE_DATA) return KXONLINX_BAD_REPLY;
+        if (error != ERROR_IO_PENDING) return isBroken(error) ? KXONLINX_CONNECTION_LOST : KXONLINX_SYSTEM_ERROR;
+        const HANDLE ends[] = {completed_.get(), bounds.closing, wake};
+        const DWORD ended = WaitForMultipleObjects(3, ends, FALSE, bounds.deadline.remaining());
+        if (ended == WAIT_OBJECT_0 + 1) givenUp = KXONLINX_NOT_OPEN;
+        if (ended == WAIT_OBJECT_0 + 2) givenUp = KXONLINX_OK;
+        if (ended == WAIT_TIMEOUT) givenUp = KXONLINX_TIMED_OUT;
+        if (ended != WAIT_OBJECT_0) CancelIoEx(pipe_.get(), &operation);
+    }
+    // A message that came in just before the cancellation is taken.
+    DWORD received = 0;
+    if (GetOverlappedResult(pipe_.get(), &operation, &received, TRUE)) {
+        length = received;
+        return KXONLINX_OK;
+    }
+    const DWORD error = GetLastError();
+    if (error == ERROR_OPERATION_ABORTED) return givenUp;
+    if (error == ERROR_MORE_DATA) return KXONLINX_BAD_REPLY;
+    return isBroken(error) ? KXONLINX_CONNECTION_LOST : KXONLINX_SYSTEM_ERROR;
 }
 
 }  // namespace kxonlinx

@@ -25,6 +25,9 @@ class PipeTransport final : public Transport
                             const Bounds& bounds) noexcept override;
     void close() noexcept override { pipe_.reset(); }
     bool reachable() const noexcept override;
+    std::unique_ptr<Transport> sibling() const noexcept override;
+    kxonlinx_error receive(std::span<std::uint8_t> message, std::size_t& length, HANDLE wake,
+                           const Bounds& bounds) noexcept override;
 
  private:
     kxonlinx_error open(const Bounds& bounds) noexcept;

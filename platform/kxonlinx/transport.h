@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 #include "deadline.h"
@@ -50,6 +51,17 @@ class Transport
 
     // Whether a server offers this channel now; makes no connection.
     virtual bool reachable() const noexcept = 0;
+
+    // Another transport to the same channel, not connected. None: out of memory, or there is no such thing.
+    virtual std::unique_ptr<Transport> sibling() const noexcept { return nullptr; }
+
+    // Waits for one message that nobody asked for; requires that it is connected. When `wake` is set first, `length`
+    // is 0. A connection on which messages come so is used for nothing else. After TIMED_OUT it still stands.
+    virtual kxonlinx_error receive(std::span<std::uint8_t>, std::size_t& length, HANDLE, const Bounds&) noexcept
+    {
+        length = 0;
+        return KXONLINX_SYSTEM_ERROR;
+    }
 };
 
 }  // namespace kxonlinx

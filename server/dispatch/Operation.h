@@ -21,6 +21,8 @@
 
 namespace srv {
 
+class Notifications;
+
 // What handlers work on.
 struct Context
 {
@@ -30,6 +32,7 @@ struct Context
     Settings& settings;
     Machine& machine;
     Keys& keys;
+    Notifications* notifications = nullptr;  // without them their operations are not supported
 };
 
 // One request under way.

@@ -5,15 +5,19 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "base/Lock.h"
 #include "base/Results.h"
 #include "catalogue/LessNoCase.h"
+#include "notifications/PushSource.h"
 #include "store/Model.h"
 
 namespace srv {
+
+class Subscriber;
 
 // The way a connection came: each way has its own operations.
 enum class Via : std::uint8_t { Channel = 1, Pipe = 2 };
@@ -35,6 +39,12 @@ class Session
     Content* temporary(std::wstring_view name) noexcept;
     Result createTemporary(Content content, std::wstring& name);
     Result removeTemporary(std::wstring_view name) noexcept;
+
+    // What this client is told of; nullptr while it has asked for nothing.
+    std::shared_ptr<Subscriber> subscriber;
+
+    // What this connection is to send without being asked; nullptr on all but those that were made for it.
+    std::unique_ptr<PushSource> pushes;
 
  private:
     std::uint64_t id_;

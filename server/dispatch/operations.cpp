@@ -7,6 +7,7 @@
 #include "dispatch/languages.h"
 #include "dispatch/metadata.h"
 #include "dispatch/names.h"
+#include "dispatch/notify.h"
 #include "dispatch/parameters.h"
 #include "dispatch/profiles.h"
 #include "dispatch/registry.h"
@@ -131,6 +132,19 @@ constexpr Operation operations[] = {
      handledBy<parameters::averageList>},
     {op::GetRuntimeVersion, "GetRuntimeVersion", Via::Channel, handledBy<parameters::runtimeVersions>},
     {op::Plausibility, "Plausibility", Via::Channel, handledBy<parameters::plausibility>},
+
+    // Notifications
+    {op::NotifyRegister, "NotifyRegister", Via::Channel, handledBy<notify::add>},
+    {op::NotifyUnregister, "NotifyUnregister", Via::Channel, handledBy<notify::remove>},
+    {op::HardwareChangeRegister, "HardwareChangeRegister", Via::Channel, handledBy<notify::addClass>},
+    {op::HardwareChangeUnregister, "HardwareChangeUnregister", Via::Channel, handledBy<notify::removeClass>},
+    {op::HardwareChangeGet, "HardwareChangeGet", Via::Channel, notify::hardwareChange},
+    {op::NotifyChannel, "NotifyChannel", Via::Channel, handledBy<notify::channel>},
+    {op::NotifyListen, "NotifyListen", Via::Channel, handledBy<notify::listen>},
+    {op::NotifyRenewBegin, "NotifyRenewBegin", Via::Channel, handledBy<notify::beginRenewal>},
+    {op::NotifyRenew, "NotifyRenew", Via::Channel, handledBy<notify::renew>},
+    {op::HardwareChangeRenew, "HardwareChangeRenew", Via::Channel, handledBy<notify::renewClass>},
+    {op::NotifyRenewEnd, "NotifyRenewEnd", Via::Channel, handledBy<notify::endRenewal>},
 };
 
 }  // namespace

@@ -25,6 +25,9 @@ class Conversation
     // answers. The answer lives until the next call.
     virtual std::span<const std::uint8_t> answer(std::span<const std::uint8_t> message, bool cut) noexcept = 0;
 
+    // What is to be sent without being asked; nullptr: nothing ever, as far as was agreed until now.
+    PushSource* pushes() noexcept { return session_.pushes.get(); }
+
     const Session& session() const noexcept { return session_; }
 
  protected:

@@ -17,21 +17,24 @@ class PipeConnection
     PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation, HANDLE stop, DWORD writeTimeout);
 
     // Answers message after message until the client goes, the stop event is set, or the client does not take its
-    // replies. Returns why it ended, for the log.
+    // replies; what is to be sent without being asked is sent meanwhile. Returns why it ended, for the log.
     const char* serve() noexcept;
 
  private:
     enum class Done { Yes, More, Ended, Stopped, TimedOut };
 
-    Done complete(BOOL started, OVERLAPPED& operation, DWORD timeout, DWORD& transferred) noexcept;
+    Done result(OVERLAPPED& operation, Done givenUp, DWORD& transferred) noexcept;
+    Done read(std::uint8_t* space, std::size_t capacity, DWORD& received) noexcept;
     Done receive(DWORD& length, bool& cut) noexcept;
-    Done send(std::span<const std::uint8_t> reply) noexcept;
+    Done send(std::span<const std::uint8_t> message) noexcept;
+    Done push(PushSource& source) noexcept;
 
     Handle pipe_;
     std::unique_ptr<Conversation> conversation_;
     HANDLE stop_;
     DWORD writeTimeout_;
-    Handle completed_;
+    Handle received_;
+    Handle sent_;
     std::vector<std::uint8_t> message_;
 };
 

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "dispatch/operations.h"
 #include "store/Definitions.h"
+#include "wire/notifications.h"
 
 namespace srv {
 
@@ -23,6 +24,7 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       catalogue_(std::move(catalogue)),
       log_(log),
       registry_(places_.hive, places_.storeKey),
+      notifications_(log_),
       store_(registry_, changes_, log_),
       settings_(registry_),
       machine_(registry_, *catalogue_, log_),
@@ -31,7 +33,9 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       keys_(store_, productRegistry_, machineRegistry_),
       hardwareWatch_(registry_, [this](bool came, const HardwareDevice& device) { hardwareChanged(came, device); }),
       watcher_(places_.hive, places_.storeKey, store_, log_, [this] { hardwareWatch_.look(); }),
-      dispatcher_({store_, *catalogue_, log_, settings_, machine_, keys_}, allOperations()),
+      hardware_(notifications_, log_),
+      flushEvents_(places_.flushEvents, store_, changes_, log_),
+      dispatcher_({store_, *catalogue_, log_, settings_, machine_, keys_, &notifications_}, allOperations()),
       channel_(
           pipeOptions(places_.channelPipe, 4),
           [this](std::uint64_t id, DWORD process) {
@@ -45,7 +49,9 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
               return std::make_unique<PipeConversation>(dispatcher_, log_, id, process);
           },
           log_)
-{}
+{
+    changes_.add(notifications_);
+}
 
 Server::~Server()
 {
@@ -84,6 +90,8 @@ std::optional<StartFailure> Server::start()
     }
     hardwareWatch_.begin();
     if (!watcher_.start()) log_.warning("changes that others make in the registry are not noticed");
+    if (places_.systemHardware) hardware_.start();
+    flushEvents_.start();
     for (auto* const listener : {&channel_, &pipe_}) {
         if (const DWORD error = listener->start()) {
             return StartFailure{
@@ -111,12 +119,15 @@ Result Server::createInitialNames()
 void Server::hardwareChanged(bool came, const HardwareDevice& device)
 {
     log_.info("%s was %s", inQuotes(device.hardwareInstanceId).c_str(), came ? "plugged in" : "pulled out");
+    notifications_.boardChanged(came ? ::wire::hardwareArrived : ::wire::hardwareRemoved, device.hardwareInstanceId);
 }
 
 bool Server::stop(DWORD milliseconds) noexcept
 {
     const bool all = channel_.stop(milliseconds) && pipe_.stop(milliseconds);
+    hardware_.stop();
     watcher_.stop();
+    flushEvents_.stop();
     startEvent_.reset();
     onlyInstance_.reset();
     return all;

@@ -14,6 +14,9 @@
 #include "listeners/StartEvent.h"
 #include "log/Log.h"
 #include "notifications/Changes.h"
+#include "notifications/FlushEvents.h"
+#include "notifications/Notifications.h"
+#include "notifications/SystemHardware.h"
 #include "store/Registry.h"
 #include "store/Settings.h"
 #include "store/Store.h"
@@ -28,6 +31,8 @@ struct ServerPlaces
     std::wstring serverPipe = L"\\\\.\\pipe\\KxOvaSRVPIPE64";
     std::wstring startEvent = L"_KxOvaSRVStartSRVEvent";
     std::wstring instanceMutex = L"Global\\kxovasrvx";
+    std::wstring flushEvents = L"Global\\";  // in front of their names
+    bool systemHardware = true;              // hears of hardware changes from the system
     HKEY hive = HKEY_LOCAL_MACHINE;
     std::wstring machineKey;  // what clients know as HKEY_LOCAL_MACHINE, below the hive
     std::wstring productKey = L"SOFTWARE\\TAVRONE";
@@ -60,6 +65,7 @@ class Server
 
     Store& store() noexcept { return store_; }
     Changes& changes() noexcept { return changes_; }
+    Notifications& notifications() noexcept { return notifications_; }
 
  private:
     Result createInitialNames();
@@ -72,6 +78,7 @@ class Server
     std::optional<StartEvent> startEvent_;
     WindowsRegistry registry_;
     Changes changes_;
+    Notifications notifications_;
     Store store_;
     Settings settings_;
     Machine machine_;
@@ -80,6 +87,8 @@ class Server
     Keys keys_;
     HardwareWatch hardwareWatch_;
     Watcher watcher_;
+    SystemHardware hardware_;
+    FlushEvents flushEvents_;
     Dispatcher dispatcher_;
     PipeListener channel_;
     PipeListener pipe_;

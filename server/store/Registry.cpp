@@ -104,4 +104,12 @@ LSTATUS WindowsRegistry::values(const std::wstring& path, std::vector<RawValue>&
     }
 }
 
+LSTATUS WindowsRegistry::flush()
+{
+    Key key;
+    const LSTATUS status = open({}, KEY_READ, key);
+    if (status == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
+    return status == ERROR_SUCCESS ? RegFlushKey(key.get()) : status;
+}
+
 }  // namespace srv

@@ -51,6 +51,9 @@ class Registry
     // ERROR_FILE_NOT_FOUND if there is no such key.
     virtual LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) = 0;
     virtual LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) = 0;
+
+    // Has what was written so far brought to the disk.
+    virtual LSTATUS flush() = 0;
 };
 
 // The real one, in the 32-bit view. The root key is made when something is to be written and it is missing.
@@ -66,6 +69,7 @@ class WindowsRegistry : public Registry
     LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) override;
     LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) override;
     LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) override;
+    LSTATUS flush() override;
 
     HKEY hive() const noexcept { return hive_; }
     const std::wstring& root() const noexcept { return root_; }

@@ -245,6 +245,15 @@ void Store::remember(std::vector<Step>& steps)
         changes_.tell({kinds[i], steps[i].family, steps[i].name});
 }
 
+Result Store::flush()
+{
+    {
+        const std::lock_guard guard(writing_);
+        if (const Result result = settle()) return result;
+    }
+    return static_cast<Result>(registry_.flush());  // takes long, and nobody has to wait for it
+}
+
 Result Store::reload()
 {
     const std::lock_guard guard(reloading_);

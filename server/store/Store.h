@@ -73,6 +73,9 @@ class Store
     // not been written since the last time are not read again.
     Result reload();
 
+    // Has all that is stored brought to the disk.
+    Result flush();
+
     // How many changes were begun through this store.
     std::uint64_t changesBegun() const noexcept { return changesBegun_; }
 

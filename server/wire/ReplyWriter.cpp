@@ -80,12 +80,19 @@ Result ReplyWriter::text(std::wstring_view value, std::uint32_t capacity) noexce
     return overflowed_ ? result::moreData : result::ok;
 }
 
+void ReplyWriter::leadWith(std::uint32_t value) noexcept
+{
+    store(space_.data(), value, sizeof value);
+    start_ = sizeof value;
+    length_ = start_ + smallestSpace;
+}
+
 std::span<const std::uint8_t> ReplyWriter::finish(Result result) noexcept
 {
     if (result == result::ok && overflowed_) result = result::moreData;
-    if (result != result::ok) length_ = smallestSpace;
-    store(space_.data(), ::wire::resultReply, 2);
-    store(space_.data() + resultOffset, result, 4);
+    if (result != result::ok && (overflowed_ || !keepsFields_)) length_ = start_ + smallestSpace;
+    store(space_.data() + start_, ::wire::resultReply, 2);
+    store(space_.data() + start_ + resultOffset, result, 4);
     return space_.first(length_);
 }
 

@@ -34,6 +34,12 @@ class ReplyWriter
 
     bool overflowed() const noexcept { return overflowed_; }
 
+    // For replies that are not headed by their kind: a number in front of it. Before any field.
+    void leadWith(std::uint32_t value) noexcept;
+
+    // For replies whose fields are read whatever the result is.
+    void keepFields() noexcept { keepsFields_ = true; }
+
     // Ends the reply and returns its payload. A result other than 0 takes the fields back.
     std::span<const std::uint8_t> finish(Result result) noexcept;
 
@@ -44,8 +50,10 @@ class ReplyWriter
     void units(std::wstring_view value) noexcept;
 
     std::span<std::uint8_t> space_;
+    std::size_t start_ = 0;  // of kind and result
     std::size_t length_ = smallestSpace;
     bool overflowed_ = false;
+    bool keepsFields_ = false;
 };
 
 // Writes one list of strings into a reply.

@@ -12,6 +12,7 @@
 #include "output.h"
 #include "results.h"
 #include "text.h"
+#include "watch.h"
 
 namespace {
 
@@ -97,6 +98,7 @@ int main()
     addImportCommand(app);
     addMachineCommands(app);
     addDoctorCommand(app);
+    addWatchCommand(app);
 
     try {
         app.parse(arguments());

@@ -22,6 +22,7 @@ constexpr int windowWidth = 350;
 constexpr DWORD startWait = 50;    // milliseconds, for a thread just started
 constexpr DWORD restartWait = 10;  // milliseconds, for one started before
 constexpr DWORD closeWait = 200;   // milliseconds
+constexpr DWORD stopWait = 100;    // milliseconds, for a thread that is stopped from outside
 constexpr char procedureName[] = "EventWindow";
 
 // Written under the channel lock or by the message thread.
@@ -29,14 +30,16 @@ platform::KernelObject s_ready;
 platform::KernelObject s_closed;
 HWND s_window = nullptr;
 std::uintptr_t s_thread = 0;  // only tells that a thread was started; the handle behind it is closed at once
-
-// Events that are all set once after the machine resumes from sleep; guarded by the channel lock.
-std::unique_ptr<std::list<HANDLE>> s_buffer;
+unsigned s_threadId = 0;
+platform::KernelObject s_leaving;  // set when the thread is to end: it waits for nothing any more
+platform::KernelObject s_gone;     // set with the thread's last step, whether or not it had a window
+EventBuffer s_buffer;
 
 void wakeAfterSleep() noexcept
 {
     KXTRACE(procedureName, TRC_DETAIL, "Resumed from sleep mode.");
-    const OvaScpLockGuard lock;
+    // Whoever unloads the library has the lock and waits for this thread.
+    const OvaScpLockGuard lock(s_leaving.get());
     if (!lock) {
         KXTRACE(procedureName, TRC_DETAIL, "Error getting list mutex!!! %d", dec(lock.result()));
         return;
@@ -136,14 +139,14 @@ HWND createWindow(const char* function) noexcept
                            nullptr, nullptr, nullptr);
 }
 
-unsigned __stdcall messageThread(void*)
+void runWindow() noexcept
 {
     constexpr char function[] = "kxOvascp::msgWindow";
     s_window = createWindow(function);
     if (!s_window) {
         const DWORD error = GetLastError();
         KXTRACE(function, TRC_DETAIL, "eventWindow = NULL!! error = %d", dec(error));
-        return 0;
+        return;
     }
     ValidateRect(s_window, nullptr);
     // A look at the queue makes it exist before anybody posts to it.
@@ -157,7 +160,31 @@ unsigned __stdcall messageThread(void*)
 
     s_window = nullptr;
     if (s_closed) SetEvent(s_closed.get());
+}
+
+unsigned __stdcall messageThread(void*)
+{
+    runWindow();
+    SetEvent(s_gone.get());
     return 0;
+}
+
+bool isSetWithin(const platform::KernelObject& event, DWORD milliseconds) noexcept
+{
+    return WaitForSingleObject(event.get(), milliseconds) == WAIT_OBJECT_0;
+}
+
+// The last resort against a thread that does not end in time: it would go on in code that is not there any more. It
+// is stuck in somebody else's code, a hook or a debugger, for on its own it waits for nothing when it is to leave.
+void stopThread() noexcept
+{
+    const platform::KernelObject thread(OpenThread(THREAD_TERMINATE | SYNCHRONIZE, FALSE, s_threadId));
+    if (!thread || isSetWithin(s_gone, 0)) return;
+    TerminateThread(thread.get(), 0);
+    isSetWithin(thread, stopWait);
+    s_window = nullptr;
+    // The class would outlive its procedure.
+    UnregisterClassA(className, nullptr);
 }
 
 // Event names are unique per process, window station and session.
@@ -185,6 +212,8 @@ void createEvents(const char* function) noexcept
     if (!s_closed) KXTRACE(function, TRC_DETAIL, "Create eventWindowCloseEvent failed");
     ResetEvent(s_ready.get());
     ResetEvent(s_closed.get());
+    s_leaving.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    s_gone.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
 }
 
 }  // namespace
@@ -192,6 +221,11 @@ void createEvents(const char* function) noexcept
 bool everStarted() noexcept
 {
     return s_ready && WaitForSingleObject(s_ready.get(), 0) != WAIT_FAILED;
+}
+
+EventBuffer& buffer() noexcept
+{
+    return s_buffer;
 }
 
 HWND handle() noexcept
@@ -213,7 +247,7 @@ int CreateMsgThread() noexcept
 
     createEvents(function);
     KXTRACE(function, TRC_DETAIL, "before begin message thread");
-    s_thread = _beginthreadex(nullptr, 0, messageThread, nullptr, 0, nullptr);
+    s_thread = _beginthreadex(nullptr, 0, messageThread, nullptr, 0, &s_threadId);
     if (!s_thread) {
         const DWORD error = GetLastError();
         KXTRACE(function, TRC_DETAIL, "_beginthreadex failed! %d", dec(error));
@@ -243,21 +277,30 @@ void releaseBuffer(const char* function) noexcept
 void close(const char* function) noexcept
 {
     // When the process ends, the message thread is gone and nobody would answer.
-    if (!s_window || ProcessIsEnding()) return;
-    PostMessageA(s_window, WM_CLOSE, 0, 0);
-    if (WaitForSingleObject(s_closed.get(), closeWait) == WAIT_TIMEOUT) {
-        KXTRACE(function, TRC_RESOURCE, "Timeout destroying message thread ...");
+    if (!s_thread || ProcessIsEnding()) return;
+    SetEvent(s_leaving.get());
+    // A thread that was started this moment may still be making its window, or have failed to.
+    const HANDLE made[] = {s_ready.get(), s_gone.get()};
+    if (!s_window) WaitForMultipleObjects(2, made, FALSE, closeWait);
+    if (s_window) {
+        PostMessageA(s_window, WM_CLOSE, 0, 0);
+        if (WaitForSingleObject(s_closed.get(), closeWait) == WAIT_TIMEOUT) {
+            KXTRACE(function, TRC_RESOURCE, "Timeout destroying message thread ...");
+        }
     }
     s_thread = 0;
     // The thread still has to leave this library's code, which may be unloaded right after.
     for (int i = 0; i < 3; ++i)
         Sleep(10);
+    if (!isSetWithin(s_gone, 0)) stopThread();
 }
 
 void closeEvents() noexcept
 {
     s_ready.reset();
     s_closed.reset();
+    s_leaving.reset();
+    s_gone.reset();
 }
 
 }  // namespace eventWindow

@@ -33,13 +33,14 @@ void closeOvaScpLock() noexcept
     CloseHandle(lock);
 }
 
-std::uint32_t OvaScpLock() noexcept
+std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
 {
     constexpr char function[] = "OvaScpLock: ";
     const HANDLE lock = s_lock;
     if (!valid(lock)) return ERROR_INVALID_HANDLE;
 
-    const DWORD result = WaitForSingleObject(lock, ovaScpLockTimeout);
+    const HANDLE ends[] = {lock, giveUp};
+    const DWORD result = WaitForMultipleObjects(giveUp ? 2 : 1, ends, FALSE, ovaScpLockTimeout);
     if (result == WAIT_OBJECT_0) return result;
 
     const DWORD error = GetLastError();

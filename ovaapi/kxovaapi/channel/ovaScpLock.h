@@ -13,8 +13,8 @@ void createOvaScpLock() noexcept;
 void closeOvaScpLock() noexcept;
 
 // 0 when the lock was taken; otherwise the result of the wait, or 6 when there is no lock. A lock whose owner died
-// counts as not taken although this thread owns it from then on.
-std::uint32_t OvaScpLock() noexcept;
+// counts as not taken although this thread owns it from then on. `giveUp`: an event that ends the wait, with 1.
+std::uint32_t OvaScpLock(HANDLE giveUp = nullptr) noexcept;
 
 // Always 0.
 std::uint32_t OvaScpUnLock() noexcept;
@@ -23,7 +23,7 @@ std::uint32_t OvaScpUnLock() noexcept;
 class OvaScpLockGuard
 {
  public:
-    OvaScpLockGuard() noexcept : result_(OvaScpLock()) {}
+    explicit OvaScpLockGuard(HANDLE giveUp = nullptr) noexcept : result_(OvaScpLock(giveUp)) {}
     ~OvaScpLockGuard()
     {
         if (result_ == 0) OvaScpUnLock();

@@ -61,4 +61,36 @@ TEST(LoadCycle, UnloadsWithAChannelOpen_leaveNoHandle)
     expectNoHandleLeft(200, [] { use(platform::Library(LoadLibraryW(L"KXONLINX.dll")), false); });
 }
 
+// The thread that listens leaves the library on its own, behind the program's last call.
+bool isUnloadedSoon()
+{
+    for (const DWORD start = GetTickCount(); GetModuleHandleW(L"KXONLINX.dll"); Sleep(1))
+        if (GetTickCount() - start > 20'000) return false;
+    return true;
+}
+
+TEST(LoadCycle, UnloadsWithANotificationWindow_leaveNoHandleAndNoThread)
+{
+    const ServerProcess server(name);
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    const auto cycle = [&] {
+        const platform::Library library(LoadLibraryW(L"KXONLINX.dll"));
+        const int handle = find<decltype(SCP_openW)>(library, "SCP_openW")(name.c_str());
+        ASSERT_EQ(find<decltype(SetNorixHWndMsg)>(library, "SetNorixHWndMsg")(handle, window, 1036), 0);
+        ASSERT_EQ(find<decltype(SCP_close)>(library, "SCP_close")(handle), 0);
+    };
+    for (int i = 0; i < 5; ++i)
+        cycle();
+    ASSERT_TRUE(isUnloadedSoon());
+    const std::size_t before = handleCount();
+    for (int i = 0; i < 100 && !testing::Test::HasFatalFailure(); ++i)
+        cycle();
+    ASSERT_TRUE(isUnloadedSoon());
+    const DWORD start = GetTickCount();
+    while (handleCount() > before && GetTickCount() - start < 20'000)
+        Sleep(1);
+    EXPECT_LE(handleCount(), before);
+    DestroyWindow(window);
+}
+
 }  // namespace

@@ -22,6 +22,8 @@ struct RunningServer : testing::Test
         places.serverPipe = L"\\\\.\\pipe\\KxovaTestPipe" + own;
         places.startEvent = L"KxovaTestStart" + own;
         places.instanceMutex = L"KxovaTestInstance" + own;
+        places.systemHardware = false;
+        places.flushEvents = L"KxovaTest" + own;
         places.hive = HKEY_CURRENT_USER;
         places.machineKey = key.path() + L"\\Machine";
         places.productKey = key.path();

@@ -76,6 +76,7 @@ class WatchedRegistry : public srv::Registry
     {
         return real_.values(path, found);
     }
+    LSTATUS flush() override { return real_.flush(); }
 
  private:
     srv::Registry& real_;
