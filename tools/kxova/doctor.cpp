@@ -1,6 +1,7 @@
 // A run through everything that can be wrong between a program and its server.
 #include <windows.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -148,12 +149,15 @@ std::string traceSetting(HKEY key, const char* name)
 
 Finding trace()
 {
+    const Finding off = {Verdict::Good, "trace", "is off; docs/trace.md tells how to switch it on", ""};
     HKEY key = nullptr;
     if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(Software\TAVRONE\NORIX\TrcParams)", 0, KEY_READ, &key) != ERROR_SUCCESS)
-        return {Verdict::Good, "trace", "is off; docs/trace.md tells how to switch it on", ""};
+        return off;
     const std::string output = traceSetting(key, "Output");
+    const std::string level = traceSetting(key, "Level");
     std::string folder = traceSetting(key, "Path");
     RegCloseKey(key);
+    if (std::strtoul(level.c_str(), nullptr, 16) == 0) return off;
     if (!output.empty() && output != "FILE") return {Verdict::Good, "trace", "goes to " + output, ""};
     if (folder.empty()) folder = "C:\\Tmp\\";
     char probe[MAX_PATH] = {};
