@@ -157,7 +157,7 @@ Finding trace()
     const std::string level = traceSetting(key, "Level");
     std::string folder = traceSetting(key, "Path");
     RegCloseKey(key);
-    if (std::strtoul(level.c_str(), nullptr, 16) == 0) return off;
+    if (std::strtoul(level.c_str(), nullptr, 0) == 0) return off;
     if (!output.empty() && output != "FILE") return {Verdict::Good, "trace", "goes to " + output, ""};
     if (folder.empty()) folder = "C:\\Tmp\\";
     char probe[MAX_PATH] = {};
