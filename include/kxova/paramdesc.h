@@ -45,8 +45,8 @@ KXOVAAPI long LogDeviceGetParamDesc(const char* lpszLogDevice, const char* lpszP
  * "long", unsigned for every other type. */
 KXOVAAPI long LogDeviceCheckValue(const char* lpszLogDevice, const char* lpszParameter, CString& sValue);
 
-/* Append the items that a parameter may be set to: those that hold for this logical device, and those of any device
- * of its kind. Nothing is appended when they cannot be read, or an argument is NULL. */
+/* Append the items that a parameter may be set to: those that hold for this logical device, and those of every
+ * device of its protocol. Nothing is appended when they cannot be read, or an argument is NULL. */
 KXOVAAPI void DCFG_LogDeviceGetMostSpecializedEnumList(const char* lpszLogDevice, const char* lpszParameter,
                                                        CStringList* list);
 KXOVAAPI void DCFG_LogDeviceGetAverageEnumList(const char* lpszLogDevice, const char* lpszParameter,

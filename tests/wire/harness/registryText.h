@@ -1,5 +1,5 @@
-// Texts below HKEY_LOCAL_MACHINE for one test; while a TraceCapture lives this is the test's own registry. What a
-// setting creates goes with it.
+// Texts below HKEY_LOCAL_MACHINE for one test; while a TraceCapture lives this is the test's own registry. The
+// value goes with the object; keys that were made for it stay.
 #pragma once
 
 #include <windows.h>
