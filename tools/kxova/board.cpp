@@ -179,12 +179,12 @@ void unsupported(const std::string& name)
     show({{"board", name}, {"unsupported", entries}}, entries.empty() ? name + " supports everything.\n" : text);
 }
 
-// The answer is the result itself: 0 when nothing is left.
+// The answer is the result itself: 1 when there are some, 0 when not.
 bool someAreLeft()
 {
     const long result = DCFG_HasUninitializedInstances();
-    if (result == ERROR_READ_FAULT) require(result, "ask for boards without logical devices");
-    return result != 0;
+    if (result != 1) require(result, "ask for boards without logical devices");
+    return result == 1;
 }
 
 void scan(bool create)

@@ -38,12 +38,12 @@ void change(const TemporaryDevice& copy, const Edit& edit)
 {
     const std::string ansi = toAnsi(copy.name());
     const std::string where = " of the copy of " + logicalDevice(edit.device);
-    for (const Value& value : edit.set)
-        require(LogDeviceSetValue(ansi.c_str(), toAnsi(value.name).c_str(), toAnsi(value.text).c_str()),
-                "set " + inQuotes(value.name) + where + " to " + inQuotes(value.text));
     for (const std::string& parameter : edit.unset)
         require(LogDeviceDelValue(ansi.c_str(), toAnsi(parameter).c_str()), "unset " + inQuotes(parameter) + where,
                 valuesHint);
+    for (const Value& value : edit.set)
+        require(LogDeviceSetValue(ansi.c_str(), toAnsi(value.name).c_str(), toAnsi(value.text).c_str()),
+                "set " + inQuotes(value.name) + where + " to " + inQuotes(value.text));
 }
 
 // The copy shows what the server makes of the values before anything is stored.

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "hints.h"
 #include "output.h"
+#include "temporary.h"
 
 namespace {
 
@@ -80,11 +81,21 @@ void value(const std::string& name, const std::string& path, const std::string& 
     show({{"protocol", name}, {"path", path}, {"parameter", parameter}, {"value", text}}, text + "\n");
 }
 
+// The call stores the value before it looks for the profile. In a copy that does no harm when there is none.
 void apply(const std::string& device, const std::string& parameter, const std::string& chosen)
 {
-    require(DCFG_LogDeviceEnumSetProfile(toAnsi(device).c_str(), toAnsi(parameter).c_str(), toAnsi(chosen).c_str()),
+    const TemporaryDevice copy(device);
+    const long result =
+        DCFG_LogDeviceEnumSetProfile(toAnsi(copy.name()).c_str(), toAnsi(parameter).c_str(), toAnsi(chosen).c_str());
+    if (result != ERROR_SUCCESS) {
+        Failure failure(
             "apply the profile " + inQuotes(chosen) + " of " + inQuotes(parameter) + " to " + logicalDevice(device),
-            devicesHint);
+            result);
+        if (result == DCFG_PROFILE_NO_VALUE)
+            failure.advise("\"kxova protocol profiles\" shows the profiles of the device's protocol");
+        throw failure;
+    }
+    copy.replace(device);
     show({{"device", device}, {"parameter", parameter}, {"value", chosen}, {"applied", true}},
          device + ": " + parameter + " is now " + inQuotes(chosen) + ", and what belongs to it is set.\n");
 }

@@ -28,14 +28,17 @@ struct Row
 constexpr char startHint[] = "start it with \"kxovasrvx run\"";
 
 constexpr Row rows[] = {
-    {ERROR_FILE_NOT_FOUND, "ERROR_FILE_NOT_FOUND", "there is no such file", "", exitNotFound},
-    {ERROR_PATH_NOT_FOUND, "ERROR_PATH_NOT_FOUND", "there is no such folder", "", exitNotFound},
+    {ERROR_FILE_NOT_FOUND, "ERROR_FILE_NOT_FOUND", "it does not exist", "", exitNotFound},
+    {ERROR_PATH_NOT_FOUND, "ERROR_PATH_NOT_FOUND", "its folder does not exist", "", exitNotFound},
     {ERROR_ACCESS_DENIED, "ERROR_ACCESS_DENIED", "access is denied", "", exitRefused},
     {ERROR_INVALID_PARAMETER, "ERROR_INVALID_PARAMETER", "an argument is missing or not allowed", "", exitRefused},
     {ERROR_BUFFER_OVERFLOW, "ERROR_BUFFER_OVERFLOW", "the texts are too long for one request", "shorten them",
      exitRefused},
     {ERROR_CALL_NOT_IMPLEMENTED, "ERROR_CALL_NOT_IMPLEMENTED", "the function is not available", "", exitFailed},
     {ERROR_ALREADY_EXISTS, "ERROR_ALREADY_EXISTS", "it exists already", "", exitRefused},
+    {ERROR_DEVICE_NOT_CONNECTED, "ERROR_DEVICE_NOT_CONNECTED", "it is not connected", "", exitFailed},
+    {ERROR_NOT_ENOUGH_QUOTA, "ERROR_NOT_ENOUGH_QUOTA", "the server has no room for another one", "", exitRefused},
+    {ERROR_DEVICE_NOT_AVAILABLE, "ERROR_DEVICE_NOT_AVAILABLE", "it is connected but does not work", "", exitFailed},
     {ERROR_NO_UNICODE_TRANSLATION, "ERROR_NO_UNICODE_TRANSLATION",
      "it has characters that the system's ANSI code page lacks", "", exitRefused},
     {DCFG_ERR_BUFFER_TOO_SHORT, "DCFG_ERR_BUFFER_TOO_SHORT", "the answer is longer than the interface allows", "",

@@ -80,7 +80,7 @@ void addTemplateCommands(CLI::App& app)
     group->require_subcommand(1);
     const auto withType = [&](CLI::App* command) {
         return command->add_option("TYPE", arguments->type, "Boards, Protocols or DefaultLogdevices")
-            ->check(CLI::IsMember(std::vector<std::string>(types.begin(), types.end()), CLI::ignore_case));
+            ->transform(CLI::IsMember(std::vector<std::string>(types.begin(), types.end()), CLI::ignore_case));
     };
     const auto commandOnTemplate = [&](const char* name, const char* description) {
         CLI::App* const added = group->add_subcommand(name, description);

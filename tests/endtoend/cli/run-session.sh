@@ -61,6 +61,7 @@ store_wipe() {
   for key in LogDevices LogNames; do
     wine reg delete "$store\\$key" /f /reg:32 >/dev/null
     wine reg add "$store\\$key" /f /reg:32 >/dev/null
+    wine reg delete "$store\\$key" /ve /f /reg:32 >/dev/null  # adding a key gives it a default value
   done
 }
 

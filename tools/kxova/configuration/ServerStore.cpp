@@ -134,12 +134,10 @@ std::optional<std::string> anyDevice()
     return name.utf8();
 }
 
-void createFromAnyDefinition(const std::string& device)
+// A device without values is a key of its name.
+void createEmpty(const std::string& device)
 {
-    const std::string attempt = "create " + logicalDevice(device);
-    const std::string definition =
-        textOf([](auto... out) { return TemplateGetEnum("DefaultLogdevices", 0, out...); }, attempt);
-    require(LogDeviceCreateFromDef(toAnsi(device).c_str(), toAnsi(definition).c_str()), attempt);
+    require(KxRegCreateKey((devicesKey + toAnsi(device)).c_str()), "create " + logicalDevice(device));
 }
 
 // A draft gets all values, then it becomes the device in one step.
@@ -147,8 +145,8 @@ void writeDevice(const Entry& wanted)
 {
     const std::optional<Entry> there = readDevice(wanted.name);
     if (there && holdTheSame(*there, wanted)) return;
-    std::optional<std::string> like = there ? wanted.name : anyDevice();
-    if (!like) createFromAnyDefinition(wanted.name);
+    const std::optional<std::string> like = there ? wanted.name : anyDevice();
+    if (!like) createEmpty(wanted.name);
 
     const TemporaryDevice draft(like.value_or(wanted.name));
     fill(draft, wanted);
