@@ -1,18 +1,44 @@
 #!/usr/bin/env bash
 # Runs every test: test.sh [CTEST OPTION ...]
+#
+# Most tests wait rather than compute, and many have the machine to themselves. So there are two machines, that is two
+# Wine prefixes, which run at the same time: one for the 32-bit tests, one for the 64-bit tests and the command line's
+# sessions.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-# shellcheck disable=SC1091
-. scripts/wine-env.sh
-wineserver -k 2>/dev/null || true
-wineserver -p  # one Wine server for the whole run: a start costs more than most tests
-trap 'wineserver -k || true' EXIT
-# Wine's own services start with the first program and keep its output open; no test may be that one.
-wine cmd /c exit </dev/null >/dev/null 2>&1
+mkdir -p build/tests
+second=$PWD/build/wine/prefix-2
 
+# lane NAME STEP...: runs the steps, each the arguments of one ctest, with a Wine server for all of them.
+lane() {
+  local name=$1 status=0 step
+  shift
+  # shellcheck disable=SC1091
+  . scripts/wine-env.sh
+  wineserver -k 2>/dev/null || true
+  wineserver -p  # a start costs more than most tests
+  # Wine's own services start with the first program and keep its output open; no test may be that one.
+  wine cmd /c exit </dev/null >/dev/null 2>&1
+  for step in "$@"; do
+    # shellcheck disable=SC2086
+    ctest --output-on-failure $step "${options[@]}" || status=$?
+  done
+  wineserver -k || true
+  return "$status"
+}
+
+options=("$@")
+sessions='^(CommandLine|Readme)\.'
+if [ ! -f "$second/.made" ]; then
+  rm -rf "$second"
+  cp -a build/wine/prefix "$second"
+fi
+
+KXOVA_PREFIX=$second lane second "--test-dir build/x64 -j2" "--test-dir build/x86 -R $sessions" \
+  >build/tests/second.log 2>&1 &
+other=$!
 status=0
-for preset in x86 x64; do
-  echo "== tests of $preset"
-  ctest --test-dir "build/$preset" --output-on-failure -j"$(nproc)" "$@" || status=$?
-done
+lane first "--test-dir build/x86 -j2 -E $sessions" || status=$?
+wait "$other" || status=$?
+cat build/tests/second.log
 exit "$status"

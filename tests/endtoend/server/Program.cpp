@@ -59,10 +59,17 @@ bool Program::prints(const std::string& text)
 
 int Program::exitStatus()
 {
-    while (readMore()) {
+    // What it has printed is there once it has ended. Programs that the system started meanwhile may hold the pipe
+    // open much longer.
+    for (const DWORD start = GetTickCount();;) {
+        const bool ended = WaitForSingleObject(process_.get(), 1) == WAIT_OBJECT_0;
+        DWORD available = 0;
+        while (PeekNamedPipe(reading_.get(), nullptr, 0, nullptr, &available, nullptr) && available > 0)
+            if (!readMore()) break;
+        if (ended) break;
+        if (GetTickCount() - start > longest) return -1;
     }
     DWORD status = 0;
-    if (WaitForSingleObject(process_.get(), longest) != WAIT_OBJECT_0) return -1;
     GetExitCodeProcess(process_.get(), &status);
     return static_cast<int>(status);
 }
