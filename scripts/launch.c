@@ -29,6 +29,7 @@ int main(void)
     STARTUPINFOW startup = {0};
     PROCESS_INFORMATION process;
     DWORD status = 127;
+    int tries;
     HANDLE job = CreateJobObjectW(NULL, NULL);
 
     limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
@@ -41,9 +42,13 @@ int main(void)
     startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
     startup.hStdOutput = GetStdHandle(STD_OUTPUT_HANDLE);
     startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-    if (!CreateProcessW(NULL, behind_first_argument(GetCommandLineW()), NULL, NULL, TRUE, 0, NULL, NULL, &startup,
-                        &process))
-        return give_up("starting the program");
+    /* On a busy machine Wine's server may fail to make the process, with an internal error; later it does. */
+    for (tries = 1; !CreateProcessW(NULL, behind_first_argument(GetCommandLineW()), NULL, NULL, TRUE, 0, NULL, NULL,
+                                    &startup, &process);
+         ++tries) {
+        if (GetLastError() != ERROR_INTERNAL_ERROR || tries == 5) return give_up("starting the program");
+        Sleep(100);
+    }
     WaitForSingleObject(process.hProcess, INFINITE);
     GetExitCodeProcess(process.hProcess, &status);
     ExitProcess(status);

@@ -31,13 +31,17 @@ done
 cp -r "$(dirname "$session")/files/." "$work"
 cd "$work"
 
+# On a busy machine Wine now and then ends a program before it has begun, without a word; that is no finding here.
 start_server() {
-  wine "$root/build/x64/bin/kxovasrvx.exe" run >"$work/server.log" 2>&1 &
-  server_pid=$!
-  for _ in $(seq 1 300); do
-    if grep -q '^kxovasrvx: ready' "$work/server.log"; then return; fi
-    kill -0 "$server_pid" 2>/dev/null || break
-    sleep 0.1
+  for _ in 1 2 3; do
+    wine "$root/build/x64/bin/kxovasrvx.exe" run >"$work/server.log" 2>&1 &
+    server_pid=$!
+    for _ in $(seq 1 300); do
+      if grep -q '^kxovasrvx: ready' "$work/server.log"; then return; fi
+      kill -0 "$server_pid" 2>/dev/null || break
+      sleep 0.1
+    done
+    [ -s "$work/server.log" ] && break
   done
   cat "$work/server.log" >&2
   echo "the server did not start" >&2
