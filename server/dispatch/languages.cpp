@@ -10,12 +10,6 @@ namespace {
 
 using catalogue::Language;
 
-std::wstring_view valueOr(const ValueTable& values, std::wstring_view name) noexcept
-{
-    const std::wstring* const text = values.find(name);
-    return text ? std::wstring_view(*text) : std::wstring_view();
-}
-
 // The catalogue's text of a value that nobody has changed since it came from there; else nullptr.
 const std::wstring* original(const catalogue::Values& given, const catalogue::Texts& texts,
                              std::wstring_view parameter, std::wstring_view value, Language language)
@@ -44,8 +38,8 @@ Result deviceValue(const Call& call, Required device, Required parameter, Text c
         const std::wstring* const value = content.values.find(parameter);
         if (!value) return result::notFound;
         const catalogue::Catalogue& catalogue = call.server.catalogue;
-        const std::wstring_view board = valueOr(content.values, L"DeviceID");
-        const std::wstring_view protocol = valueOr(content.values, L"CP_TYPE");
+        const std::wstring_view board = content.values.textOf(L"DeviceID");
+        const std::wstring_view protocol = content.values.textOf(L"CP_TYPE");
         const Language language = languageNamed(code);
         const std::wstring* text = nullptr;
         for (const auto& [name, origin] : catalogue.defaultLogicalDevices) {
@@ -71,7 +65,7 @@ Result nameValue(const Call& call, Required name, Required parameter, Text code,
         const std::wstring* text =
             origin ? original(origin->values, origin->texts, parameter, *value, language) : nullptr;
         if (!text) {
-            const std::wstring_view protocol = valueOr(values, L"CP_TYPE");
+            const std::wstring_view protocol = values.textOf(L"CP_TYPE");
             text = described(catalogue.describeForProtocol(protocol, parameter), *value, language);
         }
         return call.reply.text(text ? *text : *value, capacity.bytes);

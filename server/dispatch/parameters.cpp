@@ -12,16 +12,10 @@ namespace {
 
 using catalogue::ParameterDescription;
 
-std::wstring_view valueOr(const ValueTable& values, std::wstring_view name) noexcept
-{
-    const std::wstring* const text = values.find(name);
-    return text ? std::wstring_view(*text) : std::wstring_view();
-}
-
 const ParameterDescription* special(const catalogue::Catalogue& catalogue, const ValueTable& values,
                                     std::wstring_view parameter)
 {
-    return catalogue.describe(valueOr(values, L"DeviceID"), valueOr(values, L"CP_TYPE"), parameter);
+    return catalogue.describe(values.textOf(L"DeviceID"), values.textOf(L"CP_TYPE"), parameter);
 }
 
 Result list(const Call& call, const ParameterDescription* description, Capacity capacity)
@@ -50,8 +44,8 @@ void checkDevice(const catalogue::Catalogue& catalogue, const Object& device, Fi
 {
     constexpr char kind[] = "logical device";
     const ValueTable& values = device.content.values;
-    const std::wstring_view board = valueOr(values, L"DeviceID");
-    const std::wstring_view protocol = valueOr(values, L"CP_TYPE");
+    const std::wstring_view board = values.textOf(L"DeviceID");
+    const std::wstring_view protocol = values.textOf(L"CP_TYPE");
     if (!catalogue.board(board)) findings.add(result::notFound, kind, device.name, "unknown board", board);
     if (!catalogue.protocol(protocol)) {
         findings.add(result::notFound, kind, device.name, "unknown protocol", protocol);
@@ -85,7 +79,7 @@ Result specialList(const Call& call, Required device, Required parameter, Capaci
 Result averageList(const Call& call, Required device, Required parameter, Capacity capacity)
 {
     return withDevice(call, device, [&](const Content& content) {
-        const std::wstring_view protocol = valueOr(content.values, L"CP_TYPE");
+        const std::wstring_view protocol = content.values.textOf(L"CP_TYPE");
         return list(call, call.server.catalogue.describeForProtocol(protocol, parameter), capacity);
     });
 }
@@ -98,7 +92,7 @@ Result plausibility(const Call& call)
             checkDevice(call.server.catalogue, configuration.devices[i], findings);
         for (std::size_t i = 0; i < configuration.names.size(); ++i) {
             const Object& name = configuration.names[i];
-            const std::wstring_view device = valueOr(name.content.values, L"LogDevice");
+            const std::wstring_view device = name.content.values.textOf(L"LogDevice");
             if (!device.empty() && !configuration.devices.find(device)) {
                 findings.add(result::notFound, "logical name", name.name, "points at the missing", device);
             }

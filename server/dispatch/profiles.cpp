@@ -30,12 +30,6 @@ struct Definition
     }
 };
 
-std::wstring_view valueOr(const ValueTable& values, std::wstring_view name) noexcept
-{
-    const std::wstring* const text = values.find(name);
-    return text ? std::wstring_view(*text) : std::wstring_view();
-}
-
 const catalogue::BaudRate* rateNamed(const std::vector<catalogue::BaudRate>& rates, std::wstring_view name) noexcept
 {
     const auto at = std::find_if(rates.begin(), rates.end(), [&](const auto& entry) { return entry.rate == name; });
@@ -46,8 +40,8 @@ const catalogue::BaudRate* rateNamed(const std::vector<catalogue::BaudRate>& rat
 Result profileOf(const catalogue::Protocol& protocol, const ValueTable& device, bool rateMatters,
                  catalogue::Values& values)
 {
-    const std::wstring_view key = valueOr(device, profileParameter);
-    const std::wstring_view rate = valueOr(device, rateParameter);
+    const std::wstring_view key = device.textOf(profileParameter);
+    const std::wstring_view rate = device.textOf(rateParameter);
     const catalogue::BusProfile* const profile = protocol.busProfile(key);
     if (!profile && !protocol.busProfiles.empty()) return result::profileNoValue;
     if (rateMatters && !rateNamed(profile ? profile->baudRates : protocol.baudRates, rate))
@@ -116,12 +110,11 @@ Result setBusparams(const Call& call, Required device, Required profile)
 {
     catalogue::Values values;
     const Result result = withDevice(call, device, [&](const Content& content) {
-        const catalogue::Protocol* const protocol =
-            call.server.catalogue.protocol(valueOr(content.values, L"CP_TYPE"));
+        const catalogue::Protocol* const protocol = call.server.catalogue.protocol(content.values.textOf(L"CP_TYPE"));
         if (!protocol) return result::notFound;
         const catalogue::BusProfile* const found = protocol->busProfile(profile);
         if (!found) return result::profileNoValue;
-        values = protocol->profileValues(found->key, valueOr(content.values, rateParameter));
+        values = protocol->profileValues(found->key, content.values.textOf(rateParameter));
         values.insert_or_assign(std::wstring(profileParameter), found->key);
         return result::ok;
     });
@@ -137,7 +130,7 @@ Result setProfile(const Call& call, Required device, Required definitionPath, Re
         const bool isRate = catalogue::equalNoCase(parameter, rateParameter);
         if (isRate || catalogue::equalNoCase(parameter, profileParameter))
             return profileOf(*definition.protocol, content.values, isRate, values);
-        return tiedTo(definition, parameter, valueOr(content.values, parameter), values);
+        return tiedTo(definition, parameter, content.values.textOf(parameter), values);
     });
     if (result != result::ok || values.empty()) return result;
     return devices::setTogether(call, device, values);

@@ -48,6 +48,12 @@ const std::wstring* ValueTable::find(std::wstring_view name) const noexcept
     return isAt(values_, at, name) ? &at->text : nullptr;
 }
 
+std::wstring_view ValueTable::textOf(std::wstring_view name) const noexcept
+{
+    const std::wstring* const text = find(name);
+    return text ? std::wstring_view(*text) : std::wstring_view();
+}
+
 void ValueTable::set(std::wstring_view name, std::wstring_view text)
 {
     const auto at = position(values_, name);

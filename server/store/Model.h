@@ -34,6 +34,8 @@ class ValueTable
     auto end() const noexcept { return values_.end(); }
 
     const std::wstring* find(std::wstring_view name) const noexcept;
+    // The text of a value, empty where there is none.
+    std::wstring_view textOf(std::wstring_view name) const noexcept;
     void set(std::wstring_view name, std::wstring_view text);
     bool erase(std::wstring_view name) noexcept;
 

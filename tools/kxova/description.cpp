@@ -91,6 +91,11 @@ std::optional<Description> describe(const std::string& device, const std::string
     return description;
 }
 
+bool isDescribed(const std::string& device, const std::string& parameter)
+{
+    return !attribute(device, parameter, "type").empty();
+}
+
 std::string checkedValue(const std::string& device, const std::string& parameter, const std::string& value)
 {
     const std::string stored = storedForm(device, parameter, value);

@@ -27,6 +27,9 @@ struct Description
 // Nothing for a parameter that is not described.
 std::optional<Description> describe(const std::string& device, const std::string& parameter);
 
+// Whether there is one; costs one request.
+bool isDescribed(const std::string& device, const std::string& parameter);
+
 // Throws a Failure that says what would be allowed when the parameter must not be set to the value. Returns the value
 // that is meant: a number for "min", "max" and "default".
 std::string checkedValue(const std::string& device, const std::string& parameter, const std::string& value);

@@ -16,7 +16,7 @@ void requireDevice(const std::string& name, const std::string& attempt)
 void check(const std::string& name, const std::string& parameter, const std::string& value)
 {
     requireDevice(name, "check a value of");
-    const bool described = describe(name, parameter).has_value();
+    const bool described = isDescribed(name, parameter);
     const std::string meant = checkedValue(name, parameter, value);
     std::string text = inQuotes(meant) + " is allowed";
     if (!described) text += ": the parameter is not described, so every value is";

@@ -9,7 +9,6 @@
 #include "commands.h"
 #include "output.h"
 #include "peMachine.h"
-#include "wire/frame.h"
 
 namespace {
 
@@ -81,12 +80,6 @@ std::filesystem::path traceEngine()
            "Tavrone" / "Automation" / "TraceEngine" / "bin" / "KxTraceEngineX.dll";
 }
 
-bool serverIsRunning()
-{
-    const std::wstring pipe = std::wstring(LR"(\\.\pipe\)") + wire::channelName;
-    return WaitNamedPipeW(pipe.c_str(), 1) || GetLastError() != ERROR_FILE_NOT_FOUND;
-}
-
 constexpr char logRemedy[] = "look into the server's log; \"kxovasrvx run --log-level debug\" shows each request";
 
 Finding channel()
@@ -105,7 +98,7 @@ Finding pipe()
     return {good ? Verdict::Good : Verdict::Bad, "registry pipe", good ? "answers" : resultText(result), logRemedy};
 }
 
-// How many items an enumeration has; a negative number is what it failed with.
+// How many items an enumeration has; `result` is what ended it.
 template <typename Ask>
 long countOf(Ask ask, long& result)
 {

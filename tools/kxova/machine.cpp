@@ -52,8 +52,8 @@ void versions()
         table.add({"runtime " + std::to_string(i + 1), version});
         list.push_back(version);
     }
-    table.add({"kxova", "1.0.0"});
-    show({{"runtime", list}, {"kxova", "1.0.0"}}, table.text());
+    table.add({"kxova", KXOVA_VERSION});
+    show({{"runtime", list}, {"kxova", KXOVA_VERSION}}, table.text());
 }
 
 }  // namespace

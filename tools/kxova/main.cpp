@@ -80,7 +80,7 @@ int main()
 {
     CLI::App app("kxova reads and writes the configuration of industrial communication interfaces.", "kxova");
     app.footer(footer);
-    app.set_version_flag("--version", "kxova 1.0.0");
+    app.set_version_flag("--version", "kxova " KXOVA_VERSION);
     app.add_flag("--json", jsonOutput, "print JSON instead of columns");
     app.require_subcommand(1);
     app.fallthrough();

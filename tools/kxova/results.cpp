@@ -70,14 +70,13 @@ std::string windowsText(long result)
     return words.empty() ? "the call failed" : words;
 }
 
-// An open channel pipe means that a server is there, whatever it answers.
+}  // namespace
+
 bool serverIsRunning()
 {
     const std::wstring pipe = std::wstring(LR"(\\.\pipe\)") + wire::channelName;
     return WaitNamedPipeW(pipe.c_str(), 1) || GetLastError() != ERROR_FILE_NOT_FOUND;
 }
-
-}  // namespace
 
 Failure::Explanation Failure::explain(long result)
 {

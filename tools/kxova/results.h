@@ -39,6 +39,9 @@ class Failure : public std::runtime_error
     int status_;
 };
 
+// An open channel pipe means that a server is there, whatever it answers.
+bool serverIsRunning();
+
 // Throws a Failure unless the result is 0. `attempt` completes "cannot …"; the hint is the next step for somebody who
 // named something that does not exist.
 void require(long result, const std::string& attempt, const std::string& hintWhenNotFound = {});

@@ -13,8 +13,15 @@
 namespace {
 
 // Where the system tells which ports there are.
-constexpr char serialMap[] = R"(Hardware\DeviceMap\SerialComm)";
-constexpr char parallelMap[] = R"(Hardware\DeviceMap\Parallel Ports)";
+struct DeviceMap
+{
+    const char* key;
+    const char* prefix;  // of the ports' names
+    const char* traceName;
+    bool holdsPaths;  // names and ports are device paths
+};
+constexpr DeviceMap serialMap = {R"(Hardware\DeviceMap\SerialComm)", "COM", "ReadSerialPorts: ", false};
+constexpr DeviceMap parallelMap = {R"(Hardware\DeviceMap\Parallel Ports)", "LPT", "ReadParallelPorts: ", true};
 
 // Ports above COM9 can be opened by their device name only.
 constexpr char devicePrefix[] = R"(\\.\)";
@@ -24,36 +31,21 @@ CString behindLastBackslash(const CString& path)
     return path.Mid(path.ReverseFind('\\') + 1);
 }
 
-void readSerialMap(CStringList& ports)
+void readMap(const DeviceMap& map, CStringList& ports)
 {
-    const LocalCall call("ReadSerialPorts: ");
+    const LocalCall call(map.traceName);
     KX_ENTRY(call, "=>Start");
     CString sParameter;
     CString sValue;
     unsigned long i = 0;
-    while (KxRegEnumValue(serialMap, i++, sParameter, sValue) == ERROR_SUCCESS) {
+    while (KxRegEnumValue(map.key, i++, sParameter, sValue) == ERROR_SUCCESS) {
+        if (map.holdsPaths) {
+            sParameter = behindLastBackslash(sParameter);
+            sValue = behindLastBackslash(sValue);
+        }
         KX_DETAIL(call, "i=%d sParameter=%s sValue=%s", dec(i - 1), sParameter.GetString(), sValue.GetString());
-        if (sValue.Left(3).CompareNoCase("COM") != 0) continue;
-        KX_DETAIL(call, "COM erkannt- in Liste einfuegen sValue=%s", sValue.GetString());
-        ports.AddTail(sParameter + "," + sValue);
-    }
-    KX_RESULT(call, "Ende %d", dec(i));
-}
-
-// Names and ports are device paths here.
-void readParallelMap(CStringList& ports)
-{
-    const LocalCall call("ReadParallelPorts: ");
-    KX_ENTRY(call, "=>Start");
-    CString sParameter;
-    CString sValue;
-    unsigned long i = 0;
-    while (KxRegEnumValue(parallelMap, i++, sParameter, sValue) == ERROR_SUCCESS) {
-        sParameter = behindLastBackslash(sParameter);
-        sValue = behindLastBackslash(sValue);
-        KX_DETAIL(call, "i=%d sParameter=%s sValue=%s", dec(i - 1), sParameter.GetString(), sValue.GetString());
-        if (sValue.Left(3).CompareNoCase("LPT") != 0) continue;
-        KX_DETAIL(call, "LPT erkannt- in Liste einfuegen sValue=%s", sValue.GetString());
+        if (sValue.Left(3).CompareNoCase(map.prefix) != 0) continue;
+        KX_DETAIL(call, "%s erkannt- in Liste einfuegen sValue=%s", map.prefix, sValue.GetString());
         ports.AddTail(sParameter + "," + sValue);
     }
     KX_RESULT(call, "Ende %d", dec(i));
@@ -97,10 +89,10 @@ void GetPortList(CStringList& list, PORT_TYPE type)
         CStringList ports;
         if (type == PORT_TYPE_COM) {
             KX_DETAIL(call, "WinNT PortType=COM");
-            readSerialMap(ports);
+            readMap(serialMap, ports);
         } else {
             KX_DETAIL(call, "WinNT PortType=LPT");
-            readParallelMap(ports);
+            readMap(parallelMap, ports);
         }
         for (POSITION at = ports.GetHeadPosition(); at;) {
             const CString& item = ports.GetNext(at);
