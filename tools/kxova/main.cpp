@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "configuration/File.h"
 #include "device.h"
+#include "library/bind.h"
 #include "output.h"
 #include "results.h"
 #include "text.h"
@@ -61,6 +62,17 @@ int report(const BadFile& file)
     return exitRefused;
 }
 
+int report(const LibraryFailure& failure)
+{
+    constexpr char hint[] = "\"kxova doctor\" examines the libraries";
+    if (jsonOutput) {
+        printError(Json{{"error", {{"message", failure.what()}, {"hint", hint}}}}.dump(2) + "\n");
+    } else {
+        printError(std::string("kxova: ") + failure.what() + "\n       " + hint + "\n");
+    }
+    return exitFailed;
+}
+
 int usage(const CLI::App& app, const CLI::ParseError& error)
 {
     if (error.get_exit_code() == 0) {  // help and version are no failures
@@ -101,12 +113,15 @@ int main()
     addWatchCommand(app);
 
     try {
+        bindLibrary();
         app.parse(arguments());
         return exitOk;
     } catch (const Failure& failure) {
         return report(failure);
     } catch (const BadFile& file) {
         return report(file);
+    } catch (const LibraryFailure& failure) {
+        return report(failure);
     } catch (const CLI::RuntimeError& answered) {
         return answered.get_exit_code();
     } catch (const CLI::ParseError& error) {

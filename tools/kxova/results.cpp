@@ -58,7 +58,8 @@ constexpr Row rows[] = {
      "check that library and server belong together", exitFailed},
 };
 
-// Windows' own words for its error numbers, without the line end and full stop.
+}  // namespace
+
 std::string windowsText(long result)
 {
     char text[512];
@@ -69,8 +70,6 @@ std::string windowsText(long result)
         words.pop_back();
     return words.empty() ? "the call failed" : words;
 }
-
-}  // namespace
 
 bool serverIsRunning()
 {

@@ -39,6 +39,9 @@ class Failure : public std::runtime_error
     int status_;
 };
 
+// Windows' own words for its error numbers, without the line end and full stop.
+std::string windowsText(long result);
+
 // An open channel pipe means that a server is there, whatever it answers.
 bool serverIsRunning();
 

@@ -6,6 +6,9 @@
 #   $ store save NAME         keeps the registry keys of the configuration, as the system exports them
 #   $ store wipe              deletes all logical devices and names; the server must not run
 #   $ store compare NAME      says whether the keys are what they were when they were saved, byte for byte
+#   $ server hang             stops the server from running, while it stays there; "server stop" ends that, too
+#   $ install FILE [NAME]     copies a built program or library into the folder x86; "$ x86/kxova" runs it there
+#   $ bound MILLISECONDS      how long the channel waits for an answer from now on
 #   $ value set KEY NAME TEXT writes a registry value below the configuration's key, past server and library
 #
 #   run-session.sh FILE            compares, shows the difference, fails when there is one
@@ -20,7 +23,7 @@ work=$(mktemp -d)
 server_pid=
 store='HKLM\SOFTWARE\TAVRONE\NORIX'
 cleanup() {
-  [ -z "$server_pid" ] || { kill -INT "$server_pid" 2>/dev/null || true; wait "$server_pid" 2>/dev/null || true; }
+  [ -z "$server_pid" ] || { kill -INT "$server_pid" 2>/dev/null || true; kill -CONT "$server_pid" 2>/dev/null || true; wait "$server_pid" 2>/dev/null || true; }
   rm -rf "$work"
 }
 trap cleanup EXIT
@@ -50,8 +53,19 @@ start_server() {
 
 stop_server() {
   kill -INT "$server_pid"
+  kill -CONT "$server_pid"
   wait "$server_pid" || true
   server_pid=
+}
+
+install() {
+  local file
+  mkdir -p "$work/x86"
+  for file in "$root/build/x86/bin/$1" "$root/build/x64/bin/$1"; do
+    if [ -e "$file" ]; then cp "$file" "$work/x86/${2:-$1}"; return; fi
+  done
+  echo "$1 has not been built" >&2
+  exit 1
 }
 
 store_save() {
@@ -78,7 +92,9 @@ store_compare() {
 }
 
 # As it stands in plain output and in JSON.
-windows_root=$(printf 'Z:%s' "$root" | sed 's|/|[\\]{1,2}|g')
+windows_pattern() { printf 'Z:%s' "$1" | sed 's|/|[\\]{1,2}|g; s|\.|\\.|g'; }
+windows_root=$(windows_pattern "$root")
+windows_work=$(windows_pattern "$work")
 
 play() {
   local line words
@@ -87,6 +103,13 @@ play() {
       '#'*) echo "$line" ;;
       '$ server start') echo "$line"; start_server ;;
       '$ server stop') echo "$line"; stop_server ;;
+      '$ server hang') echo "$line"; kill -STOP "$server_pid" ;;
+      '$ bound '*) echo "$line"; export KXONLINX_TIMEOUT_MS=${line#\$ bound } ;;
+      '$ install '*)
+        echo "$line"
+        eval "words=(${line#\$ install })"
+        install "${words[@]}"
+        ;;
       '$ store '*)
         echo "$line"
         eval "words=(${line#\$ store })"
@@ -102,9 +125,10 @@ play() {
         eval "words=(${line#\$ })"
         local program=${words[0]} binary=$root/build/x86/bin/${words[0]}.exe status=0
         [ -e "$binary" ] || binary=$root/build/x64/bin/$program.exe
+        case $program in x86/*) binary=$work/$program.exe ;; esac
         "$root/scripts/run-wine" "$binary" "${words[@]:1}" >"$work/out" 2>"$work/err" || status=$?
-        # What depends on where the sources lie is shown as ROOT.
-        tr -d '\r' <"$work/out" | sed -E "s|$windows_root|ROOT|g"
+        # What depends on where the sources lie is shown as ROOT, the session's directory as WORK.
+        tr -d '\r' <"$work/out" | sed -E "s|$windows_root|ROOT|g; s|$windows_work|WORK|g"
         tr -d '\r' <"$work/err"
         [ "$status" = 0 ] || echo "[$status]"
         ;;
