@@ -6,7 +6,7 @@
 #include "channel_table.h"
 #include "kxonlinx.h"
 #include "library.h"
-#include "pipe_transport.h"
+#include "local_transport.h"
 #include "thread_error.h"
 #include "timeout.h"
 #include "wire/frame.h"
@@ -37,8 +37,8 @@ kxonlinx_error openChannel(const wchar_t* name, int& handle) noexcept
 {
     if (!PipeTransport::isName(name)) return KXONLINX_BAD_ARGUMENT;
 
-    Ref<Channel> channel =
-        Channel::create(std::unique_ptr<Transport>(new (std::nothrow) PipeTransport(name)), configuredTimeout());
+    std::unique_ptr<Transport> transport(new (std::nothrow) LocalTransport(name, LocalTransport::isMemoryWanted()));
+    Ref<Channel> channel = Channel::create(std::move(transport), configuredTimeout());
     if (!channel) return KXONLINX_OUT_OF_MEMORY;
     if (const kxonlinx_error error = channel->open()) return error;
     handle = channels.add(std::move(channel));

@@ -166,7 +166,7 @@ kxonlinx_error PipeTransport::receive(std::span<std::uint8_t> message, std::size
         if (error == ERROR_MORE_DATA) return KXONLINX_BAD_REPLY;
         if (error != ERROR_IO_PENDING) return isBroken(error) ? KXONLINX_CONNECTION_LOST : KXONLINX_SYSTEM_ERROR;
         const HANDLE ends[] = {completed_.get(), bounds.closing, wake};
-        const DWORD ended = WaitForMultipleObjects(3, ends, FALSE, bounds.deadline.remaining());
+        const DWORD ended = WaitForMultipleObjects(wake ? 3 : 2, ends, FALSE, bounds.deadline.remaining());
         if (ended == WAIT_OBJECT_0 + 1) givenUp = KXONLINX_NOT_OPEN;
         if (ended == WAIT_OBJECT_0 + 2) givenUp = KXONLINX_OK;
         if (ended == WAIT_TIMEOUT) givenUp = KXONLINX_TIMED_OUT;

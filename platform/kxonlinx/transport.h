@@ -55,8 +55,8 @@ class Transport
     // Another transport to the same channel, not connected. None: out of memory, or there is no such thing.
     virtual std::unique_ptr<Transport> sibling() const noexcept { return nullptr; }
 
-    // Waits for one message that nobody asked for; requires that it is connected. When `wake` is set first, `length`
-    // is 0. A connection on which messages come so is used for nothing else. After TIMED_OUT it still stands.
+    // Waits for one message that nobody asked for; requires that it is connected. When `wake`, which may be NULL, is set
+    // first, `length` is 0. A connection on which messages come so is used for nothing else. After TIMED_OUT it still stands.
     virtual kxonlinx_error receive(std::span<std::uint8_t>, std::size_t& length, HANDLE, const Bounds&) noexcept
     {
         length = 0;

@@ -72,9 +72,19 @@ struct LibraryPolicy
     static void close(Handle handle) noexcept { FreeLibrary(handle); }
 };
 
-using KernelObject = Owner<KernelObjectPolicy>;  // events, threads
+template <typename T>
+struct ViewPolicy
+{
+    using Handle = T*;
+    static Handle none() noexcept { return nullptr; }
+    static void close(Handle view) noexcept { UnmapViewOfFile(view); }
+};
+
+using KernelObject = Owner<KernelObjectPolicy>;  // events, threads, processes
 using File = Owner<FilePolicy>;                  // files, pipes
 using RegistryKey = Owner<RegistryKeyPolicy>;
 using Library = Owner<LibraryPolicy>;
+template <typename T>
+using View = Owner<ViewPolicy<T>>;  // shared memory
 
 }  // namespace platform

@@ -2,11 +2,11 @@
 
 namespace srv {
 
-PipeConnection::PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation, HANDLE stop,
-                               DWORD writeTimeout)
+PipeConnection::PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation,
+                               std::shared_ptr<const StopSignal> stop, DWORD writeTimeout)
     : pipe_(std::move(pipe)),
       conversation_(std::move(conversation)),
-      stop_(stop),
+      stop_(std::move(stop)),
       writeTimeout_(writeTimeout),
       received_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       sent_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
@@ -61,7 +61,7 @@ PipeConnection::Done PipeConnection::read(std::uint8_t* space, std::size_t capac
     if (atOnce || error == ERROR_MORE_DATA) return result(operation, Done::Yes, received);
     if (error != ERROR_IO_PENDING) return Done::Ended;
     PushSource* const source = conversation_->pushes();
-    const HANDLE ends[] = {received_.get(), stop_, source ? source->due() : nullptr};
+    const HANDLE ends[] = {received_.get(), stop_->event.get(), source ? source->due() : nullptr};
     for (;;) {
         switch (WaitForMultipleObjects(source ? 3 : 2, ends, FALSE, INFINITE)) {
             case WAIT_OBJECT_0:
@@ -106,7 +106,7 @@ PipeConnection::Done PipeConnection::send(std::span<const std::uint8_t> message)
         return result(operation, Done::Yes, written);
     }
     if (GetLastError() != ERROR_IO_PENDING) return Done::Ended;
-    const HANDLE ends[] = {sent_.get(), stop_};
+    const HANDLE ends[] = {sent_.get(), stop_->event.get()};
     Done givenUp = Done::Yes;
     switch (WaitForMultipleObjects(2, ends, FALSE, writeTimeout_)) {
         case WAIT_OBJECT_0:

@@ -5,20 +5,20 @@
 #include <vector>
 
 #include "base/Owner.h"
+#include "listeners/Connection.h"
 #include "listeners/Conversation.h"
 #include "log/Log.h"
 
 namespace srv {
 
-class PipeConnection
+class PipeConnection : public Connection
 {
  public:
-    // `stop` is an event that ends the connection.
-    PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation, HANDLE stop, DWORD writeTimeout);
+    PipeConnection(Handle pipe, std::unique_ptr<Conversation> conversation, std::shared_ptr<const StopSignal> stop,
+                   DWORD writeTimeout);
 
-    // Answers message after message until the client goes, the stop event is set, or the client does not take its
-    // replies; what is to be sent without being asked is sent meanwhile. Returns why it ended, for the log.
-    const char* serve() noexcept;
+    // Ends also when the client does not take its replies. What is to be sent without being asked is sent meanwhile.
+    const char* serve() noexcept override;
 
  private:
     enum class Done { Yes, More, Ended, Stopped, TimedOut };
@@ -31,7 +31,7 @@ class PipeConnection
 
     Handle pipe_;
     std::unique_ptr<Conversation> conversation_;
-    HANDLE stop_;
+    std::shared_ptr<const StopSignal> stop_;
     DWORD writeTimeout_;
     Handle received_;
     Handle sent_;

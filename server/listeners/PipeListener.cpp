@@ -6,6 +6,7 @@
 #include <new>
 
 #include "base/Text.h"
+#include "listeners/MemoryConnection.h"
 #include "listeners/PipeConnection.h"
 #include "wire/frame.h"
 
@@ -14,7 +15,7 @@ namespace srv {
 // What connections' threads own a share of: they may end after the listener.
 struct PipeListener::Shared
 {
-    Handle stop{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::shared_ptr<StopSignal> stop = std::make_shared<StopSignal>();
     Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};   // set while nobody is connected
     Handle oneLeft{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // set when a client has gone
     Lock lock;
@@ -125,7 +126,7 @@ void PipeListener::accept(std::vector<std::unique_ptr<Instance>> waiting) noexce
 bool PipeListener::acceptOne(std::vector<std::unique_ptr<Instance>>& waiting)
 {
     constexpr DWORD retryAfter = 1'000;  // when the system refused an instance
-    HANDLE ends[MAXIMUM_WAIT_OBJECTS] = {shared_->stop.get(), shared_->oneLeft.get()};
+    HANDLE ends[MAXIMUM_WAIT_OBJECTS] = {shared_->stop->event.get(), shared_->oneLeft.get()};
     DWORD count = 2;
     for (const auto& instance : waiting)
         ends[count++] = instance->connected.get();
@@ -157,13 +158,21 @@ void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting, st
     }
 }
 
+std::unique_ptr<Connection> PipeListener::makeConnection(Handle pipe, std::uint64_t id, DWORD process)
+{
+    auto conversation = maker_(id, process);
+    if (options_.memory)
+        return std::make_unique<MemoryConnection>(std::move(pipe), std::move(conversation), shared_->stop, process);
+    return std::make_unique<PipeConnection>(std::move(pipe), std::move(conversation), shared_->stop,
+                                            options_.writeTimeout);
+}
+
 void PipeListener::serve(Handle pipe)
 {
     DWORD process = 0;
     GetNamedPipeClientProcessId(pipe.get(), &process);
     const std::uint64_t id = nextId_++;
-    auto connection = std::make_shared<PipeConnection>(std::move(pipe), maker_(id, process), shared_->stop.get(),
-                                                       options_.writeTimeout);
+    std::shared_ptr<Connection> connection = makeConnection(std::move(pipe), id, process);
     log_.debug("connection %llu: client %lu", static_cast<unsigned long long>(id), process);
     auto body = [shared = shared_, connection, &log = log_, id, process]() mutable {
         const char* const reason = connection->serve();
@@ -183,7 +192,7 @@ void PipeListener::serve(Handle pipe)
 
 bool PipeListener::stop(DWORD milliseconds) noexcept
 {
-    SetEvent(shared_->stop.get());
+    shared_->stop->give();
     const DWORD started = GetTickCount();
     if (!acceptor_.join(milliseconds)) return false;
     placeholderClient_.reset();

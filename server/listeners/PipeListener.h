@@ -1,4 +1,4 @@
-// Serves a local message pipe: any number of clients, each on a thread of its own.
+// Serves a local message pipe, or the door to shared memory: any number of clients, each on a thread of its own.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include "base/Owner.h"
 #include "base/Security.h"
 #include "base/Thread.h"
+#include "listeners/Connection.h"
 #include "listeners/Conversation.h"
 #include "log/Log.h"
 
@@ -27,6 +28,9 @@ struct PipeOptions
 
     // How long a client may leave a reply unread when the pipe is full, before the connection is given up.
     DWORD writeTimeout = 30'000;
+
+    // The pipe is only the door: requests and replies go through memory that server and client share.
+    bool memory = false;
 };
 
 // Makes what one connection says.
@@ -60,6 +64,7 @@ class PipeListener
     void accept(std::vector<std::unique_ptr<Instance>> waiting) noexcept;
     bool acceptOne(std::vector<std::unique_ptr<Instance>>& waiting);
     void replenish(std::vector<std::unique_ptr<Instance>>& waiting, std::size_t arriving);
+    std::unique_ptr<Connection> makeConnection(Handle pipe, std::uint64_t id, DWORD process);
     void serve(Handle pipe);
 
     PipeOptions options_;

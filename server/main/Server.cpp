@@ -3,17 +3,19 @@
 #include "base/Text.h"
 #include "dispatch/operations.h"
 #include "store/Definitions.h"
+#include "wire/memory.h"
 #include "wire/notifications.h"
 
 namespace srv {
 
 namespace {
 
-PipeOptions pipeOptions(const std::wstring& name, unsigned waiting)
+PipeOptions pipeOptions(const std::wstring& name, unsigned waiting, bool memory = false)
 {
     PipeOptions options;
     options.name = name;
     options.waiting = waiting;
+    options.memory = memory;
     return options;
 }
 
@@ -36,6 +38,12 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       hardware_(notifications_, log_),
       flushEvents_(places_.flushEvents, store_, changes_, log_),
       dispatcher_({store_, *catalogue_, log_, settings_, machine_, keys_, &notifications_}, allOperations()),
+      memory_(
+          pipeOptions(places_.channelPipe + ::wire::memoryDoorSuffix, 4, true),
+          [this](std::uint64_t id, DWORD process) {
+              return std::make_unique<ChannelConversation>(dispatcher_, log_, id, process);
+          },
+          log_),
       channel_(
           pipeOptions(places_.channelPipe, 4),
           [this](std::uint64_t id, DWORD process) {
@@ -92,11 +100,12 @@ std::optional<StartFailure> Server::start()
     if (!watcher_.start()) log_.warning("changes that others make in the registry are not noticed");
     if (places_.systemHardware) hardware_.start();
     flushEvents_.start();
-    for (auto* const listener : {&channel_, &pipe_}) {
+    // Clients of the channel look for the door to its memory first, so it is there before the channel's pipe.
+    for (auto* const listener : {&memory_, &channel_, &pipe_}) {
         if (const DWORD error = listener->start()) {
             return StartFailure{
                 Kind::Listener,
-                "The pipe of the " + std::string(listener == &channel_ ? "channel" : "registry requests") +
+                "The pipe of the " + std::string(listener == &pipe_ ? "registry requests" : "channel") +
                     " cannot be made: " + systemMessage(error) + ". Another program may be using its name."};
         }
     }
@@ -124,7 +133,9 @@ void Server::hardwareChanged(bool came, const HardwareDevice& device)
 
 bool Server::stop(DWORD milliseconds) noexcept
 {
-    const bool all = channel_.stop(milliseconds) && pipe_.stop(milliseconds);
+    bool all = true;
+    for (auto* const listener : {&memory_, &channel_, &pipe_})
+        all = listener->stop(milliseconds) && all;
     hardware_.stop();
     watcher_.stop();
     flushEvents_.stop();

@@ -90,6 +90,7 @@ class Server
     SystemHardware hardware_;
     FlushEvents flushEvents_;
     Dispatcher dispatcher_;
+    PipeListener memory_;
     PipeListener channel_;
     PipeListener pipe_;
 };

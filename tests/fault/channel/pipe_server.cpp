@@ -15,9 +15,17 @@ platform::KernelObject makeEvent(bool manualReset)
 
 }  // namespace
 
-PipeServer::Connection::Connection(platform::File pipe, HANDLE stopping)
+PipeServer::Connection::Connection(platform::File pipe, Carrier by, HANDLE stopping)
     : pipe_(std::move(pipe)), done_(makeEvent(true)), stopping_(stopping)
-{}
+{
+    if (by == Carrier::Memory && !memory_.offer(pipe_.get())) pipe_.reset();
+}
+
+void PipeServer::Connection::close()
+{
+    memory_.close();
+    pipe_.reset();
+}
 
 // Ends an operation that was begun; false when it failed or the server stops.
 bool PipeServer::Connection::finish(OVERLAPPED& operation, DWORD& length)
@@ -27,9 +35,15 @@ bool PipeServer::Connection::finish(OVERLAPPED& operation, DWORD& length)
     return GetOverlappedResult(pipe_.get(), &operation, &length, TRUE);
 }
 
+// Of memory the reading waits until a request lies there, or the client leaves the door.
 bool PipeServer::Connection::read(Bytes& message)
 {
     if (!pipe_) return false;
+    return memory_ ? memory_.read(message, pipe_.get(), stopping_) : readPipe(message);
+}
+
+bool PipeServer::Connection::readPipe(Bytes& message)
+{
     message.resize(bufferSize);
     OVERLAPPED operation{};
     operation.hEvent = done_.get();
@@ -45,6 +59,7 @@ bool PipeServer::Connection::read(Bytes& message)
 
 bool PipeServer::Connection::write(const Bytes& message)
 {
+    if (memory_) return memory_.write(message);
     OVERLAPPED operation{};
     operation.hEvent = done_.get();
     DWORD length = 0;
@@ -61,8 +76,9 @@ void PipeServer::Connection::await(HANDLE event) const
     WaitForMultipleObjects(2, ends, FALSE, INFINITE);
 }
 
-PipeServer::PipeServer(std::wstring name, DWORD instances)
-    : pipeName_(L"\\\\.\\pipe\\" + std::move(name)),
+PipeServer::PipeServer(const std::wstring& name, DWORD instances, Carrier by)
+    : carrier_(by),
+      pipeName_(L"\\\\.\\pipe\\" + name + (by == Carrier::Memory ? wire::memoryDoorSuffix : L"")),
       instances_(instances),
       stopping_(makeEvent(true)),
       clientLeft_(makeEvent(false)),
@@ -149,7 +165,7 @@ void PipeServer::serve(platform::File pipe)
         const std::lock_guard guard(mutex_);
         ++connections_;
     }
-    Connection connection(std::move(pipe), stopping_.get());
+    Connection connection(std::move(pipe), carrier_, stopping_.get());
     Bytes request;
     while (connection.read(request)) {
         const Step step = nextStep(request);

@@ -15,7 +15,16 @@
 #include <vector>
 
 #include "frames.h"
+#include "memory_side.h"
 #include "support/win_handle.h"
+
+// What carries requests and replies. The same tests are built once for each.
+enum class Carrier { Pipe, Memory };
+#ifdef KXONLINX_TEST_OVER_MEMORY
+constexpr Carrier testedCarrier = Carrier::Memory;
+#else
+constexpr Carrier testedCarrier = Carrier::Pipe;
+#endif
 
 class PipeServer
 {
@@ -28,25 +37,29 @@ class PipeServer
         // One message; false when the client has gone.
         bool write(const Bytes& message);
         // Ends the connection; what was written stays readable for the client.
-        void close() { pipe_.reset(); }
+        void close();
         // Until `event` is set or the server stops.
         void await(HANDLE event) const;
 
      private:
         friend class PipeServer;
-        Connection(platform::File pipe, HANDLE stopping);
+        Connection(platform::File pipe, Carrier by, HANDLE stopping);
+        ~Connection() { close(); }
         bool read(Bytes& message);
+        bool readPipe(Bytes& message);
         bool finish(OVERLAPPED& operation, DWORD& length);
 
         platform::File pipe_;
         platform::KernelObject done_;
+        MemorySide memory_;
         HANDLE stopping_;
     };
 
     using Step = std::function<void(Connection&, const Bytes& request)>;
 
-    // The pipe \\.\pipe\`name`, of messages, for any number of clients, or for 1 at a time.
-    explicit PipeServer(std::wstring name, DWORD instances = PIPE_UNLIMITED_INSTANCES);
+    // The pipe \\.\pipe\`name`, of messages, or the door to the memory of that channel, for any number of clients, or
+    // for 1 at a time.
+    explicit PipeServer(const std::wstring& name, DWORD instances = PIPE_UNLIMITED_INSTANCES, Carrier by = testedCarrier);
     ~PipeServer() { stop(); }
     PipeServer(const PipeServer&) = delete;
     PipeServer& operator=(const PipeServer&) = delete;
@@ -72,6 +85,7 @@ class PipeServer
     void serve(platform::File pipe);
     Step nextStep(const Bytes& request);
 
+    const Carrier carrier_;
     const std::wstring pipeName_;
     const DWORD instances_;
     platform::KernelObject stopping_;

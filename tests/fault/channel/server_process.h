@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "pipe_server.h"
 #include "support/win_handle.h"
 
 namespace serverProcess {
@@ -36,7 +37,9 @@ class ServerProcess
     {
         const platform::KernelObject ready(
             CreateEventW(nullptr, TRUE, FALSE, serverProcess::readyEventName(channel_).c_str()));
-        std::wstring command = L"channel_test_server.exe " + channel_ + L" " + std::to_wstring(GetCurrentProcessId());
+        std::wstring command = L"channel_test_server.exe " + channel_ + L" " +
+                               std::to_wstring(GetCurrentProcessId()) +
+                               (testedCarrier == Carrier::Memory ? L" memory" : L" pipe");
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION information{};

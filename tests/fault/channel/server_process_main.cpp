@@ -1,5 +1,6 @@
-// channel_test_server CHANNEL PARENT: serves until it is killed or the process PARENT has ended.
+// channel_test_server CHANNEL PARENT pipe|memory: serves until it is killed or the process PARENT has ended.
 #include <cstdlib>
+#include <string>
 
 #include "pipe_server.h"
 #include "server_process.h"
@@ -26,13 +27,14 @@ void step(PipeServer::Connection& connection, const frames::Bytes& request)
 
 int main(int argc, char** argv)
 {
-    if (argc != 3) return 2;
+    if (argc != 4) return 2;
     const std::string name = argv[1];
     const std::wstring channel(name.begin(), name.end());
     const platform::KernelObject parent(OpenProcess(SYNCHRONIZE, FALSE, std::strtoul(argv[2], nullptr, 10)));
     if (!parent) return 1;
 
-    PipeServer server(channel);
+    const Carrier by = std::string(argv[3]) == "memory" ? Carrier::Memory : Carrier::Pipe;
+    PipeServer server(channel, PIPE_UNLIMITED_INSTANCES, by);
     server.otherwise(step);
     const platform::KernelObject ready(
         OpenEventW(EVENT_MODIFY_STATE, FALSE, serverProcess::readyEventName(channel).c_str()));

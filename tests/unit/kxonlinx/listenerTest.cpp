@@ -2,19 +2,11 @@
 #include <algorithm>
 
 #include "channel_fixture.h"
+#include "comesTrue.h"
 
 namespace {
 
 constexpr DWORD longest = 20'000;
-
-// Waits until something is so; false if it is not so for too long.
-template <typename F>
-bool comesTrue(F condition)
-{
-    for (const DWORD start = GetTickCount(); !condition(); Sleep(1))
-        if (GetTickCount() - start > longest) return false;
-    return true;
-}
 
 Bytes number(std::uint32_t value)
 {

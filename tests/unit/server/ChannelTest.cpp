@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "comesTrue.h"
 #include "handle_count.h"
 #include "RunningServer.h"
 
@@ -13,15 +14,6 @@ namespace {
 const Bytes existsDev = frame(u16(42) + str(u"Dev") + u32(0));
 const Bytes notThere = frame(reply(8012), 42);
 const Bytes refused = frame(reply(87), 42);
-
-// Waits until something is so; false if it is not so for too long.
-template <typename F>
-bool comesTrue(F condition)
-{
-    for (const DWORD start = GetTickCount(); !condition(); SwitchToThread())
-        if (GetTickCount() - start > 10'000) return false;
-    return true;
-}
 
 struct Channel : RunningServer
 {

@@ -1,3 +1,4 @@
+#include "comesTrue.h"
 #include "store/Watcher.h"
 
 #include <gtest/gtest.h>
@@ -22,14 +23,6 @@ struct WatcherTest : testing::Test
         ASSERT_TRUE(watcher.start());
     }
 
-    // Waits until something is so; false if it is not so for too long.
-    template <typename F>
-    static bool comesTrue(F condition)
-    {
-        for (const DWORD start = GetTickCount(); !condition(); SwitchToThread())
-            if (GetTickCount() - start > 20'000) return false;
-        return true;
-    }
     bool becomes(std::wstring_view text)
     {
         return comesTrue([&] {

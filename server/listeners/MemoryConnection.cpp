@@ -1,0 +1,139 @@
+#include "listeners/MemoryConnection.h"
+
+#include <algorithm>
+#include <random>
+
+namespace srv {
+
+namespace {
+
+// A handle of this process's, as the client's process has it from now on; 0 if that cannot be.
+std::uint64_t given(HANDLE client, HANDLE object, DWORD access) noexcept
+{
+    HANDLE copy = nullptr;
+    if (!DuplicateHandle(GetCurrentProcess(), object, client, &copy, access, FALSE, 0)) return 0;
+    return reinterpret_cast<std::uintptr_t>(copy);
+}
+
+// What nobody can know who has not read the memory.
+std::uint64_t newNonce()
+{
+    std::random_device source;
+    return static_cast<std::uint64_t>(source()) << 32 | source();
+}
+
+}  // namespace
+
+MemoryConnection::MemoryConnection(Handle door, std::unique_ptr<Conversation> conversation,
+                                   std::shared_ptr<const StopSignal> stop, DWORD clientProcess)
+    : door_(std::move(door)),
+      conversation_(std::move(conversation)),
+      stop_(std::move(stop)),
+      clientProcess_(clientProcess),
+      requested_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      replied_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      doorEvent_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      nonce_(newNonce()),
+      message_(sizeof(::wire::MemoryBlock::request))
+{}
+
+MemoryConnection::~MemoryConnection()
+{
+    if (!block_) return;
+    block_.get()->closed = 1;
+    SetEvent(replied_.get());
+}
+
+// The memory's section as the client has it; 0 for a client whose process this server may not open, say.
+std::uint64_t MemoryConnection::share() noexcept
+{
+    const Handle client(OpenProcess(PROCESS_DUP_HANDLE, FALSE, clientProcess_));
+    const Handle section(
+        CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(::wire::MemoryBlock), nullptr));
+    if (!client || !section || !requested_ || !replied_) return 0;
+    block_.reset(static_cast<::wire::MemoryBlock*>(
+        MapViewOfFile(section.get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, sizeof(::wire::MemoryBlock))));
+    if (!block_) return 0;
+    ::wire::MemoryBlock& block = *block_.get();
+    block.nonce = nonce_;
+    block.requestEvent = given(client.get(), requested_.get(), EVENT_MODIFY_STATE);
+    block.replyEvent = given(client.get(), replied_.get(), SYNCHRONIZE);
+    block.serverProcess = given(client.get(), GetCurrentProcess(), SYNCHRONIZE);
+    if (!block.requestEvent || !block.replyEvent || !block.serverProcess) return 0;
+    return given(client.get(), section.get(), FILE_MAP_READ | FILE_MAP_WRITE);
+}
+
+bool MemoryConnection::offer(std::uint64_t section) noexcept
+{
+    const ::wire::MemoryOffer message{::wire::MemoryOffer::expectedMagic, ::wire::MemoryOffer::expectedLayout, nonce_,
+                                      section};
+    OVERLAPPED operation{};
+    operation.hEvent = doorEvent_.get();
+    DWORD written = 0;
+    // The pipe has room for it: nothing is waited for.
+    if (!WriteFile(door_.get(), &message, sizeof message, nullptr, &operation) && GetLastError() != ERROR_IO_PENDING)
+        return false;
+    return GetOverlappedResult(door_.get(), &operation, &written, TRUE);
+}
+
+const char* MemoryConnection::serve() noexcept
+{
+    if (!doorEvent_) return "no event";
+    const std::uint64_t section = share();
+    if (!offer(section)) return "the client left";
+    if (section == 0) return "no memory can be shared";
+    // Nothing is said at the door any more: what ends this is the client's going.
+    OVERLAPPED operation{};
+    operation.hEvent = doorEvent_.get();
+    std::uint8_t word = 0;
+    if (!ReadFile(door_.get(), &word, sizeof word, nullptr, &operation) && GetLastError() != ERROR_IO_PENDING)
+        return "the client left";
+    const char* const reason = answerRequests(doorEvent_.get());
+    DWORD ignored = 0;
+    CancelIoEx(door_.get(), &operation);
+    GetOverlappedResult(door_.get(), &operation, &ignored, TRUE);
+    return reason;
+}
+
+const char* MemoryConnection::answerRequests(HANDLE left) noexcept
+{
+    const HANDLE ends[] = {requested_.get(), stop_->event.get(), left};
+    ::wire::MemoryBlock& block = *block_.get();
+    std::uint32_t answered = 0;
+    for (int looks = 0;;) {
+        if (stop_->given) return "the server stops";
+        if (const std::uint32_t number = block.requestNumber; number != answered) {
+            answer(number);
+            answered = number;
+            looks = 0;
+            // Over memory the server cannot speak unasked.
+            if (conversation_->pushes()) return "the client listens at the wrong door";
+        } else if (++looks < ::wire::looksBeforeSleep) {
+            SwitchToThread();
+        } else {
+            block.serverSleeps = 1;
+            DWORD ended = WAIT_OBJECT_0;
+            if (block.requestNumber == answered) ended = WaitForMultipleObjects(3, ends, FALSE, INFINITE);
+            block.serverSleeps = 0;
+            if (ended == WAIT_OBJECT_0 + 2) return "the client left";
+            if (ended != WAIT_OBJECT_0 && ended != WAIT_OBJECT_0 + 1) return "a failed wait";
+            looks = 0;
+        }
+    }
+}
+
+void MemoryConnection::answer(std::uint32_t number) noexcept
+{
+    ::wire::MemoryBlock& block = *block_.get();
+    block.takenNumber = number;
+    const std::size_t length = block.requestLength;
+    const std::size_t taken = std::min(length, message_.size());
+    std::copy_n(block.request, taken, message_.data());
+    const auto reply = conversation_->answer({message_.data(), taken}, length > taken);
+    std::copy(reply.begin(), reply.end(), block.reply);
+    block.replyLength = static_cast<std::uint32_t>(reply.size());
+    block.replyNumber = number;
+    if (block.clientSleeps) SetEvent(replied_.get());
+}
+
+}  // namespace srv

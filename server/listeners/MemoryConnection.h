@@ -1,0 +1,49 @@
+// One client that shares memory with the server; wire/memory.h has the rules.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "base/Owner.h"
+#include "listeners/Connection.h"
+#include "listeners/Conversation.h"
+#include "wire/memory.h"
+
+namespace srv {
+
+struct ViewPolicy
+{
+    using Type = ::wire::MemoryBlock*;
+    static bool isNone(Type) noexcept { return false; }
+    static void close(Type view) noexcept { UnmapViewOfFile(view); }
+};
+
+class MemoryConnection : public Connection
+{
+ public:
+    // `door` is the pipe over which the client has come.
+    MemoryConnection(Handle door, std::unique_ptr<Conversation> conversation, std::shared_ptr<const StopSignal> stop,
+                     DWORD clientProcess);
+    ~MemoryConnection() override;
+
+    const char* serve() noexcept override;
+
+ private:
+    std::uint64_t share() noexcept;
+    bool offer(std::uint64_t section) noexcept;
+    const char* answerRequests(HANDLE left) noexcept;
+    void answer(std::uint32_t number) noexcept;
+
+    Handle door_;
+    std::unique_ptr<Conversation> conversation_;
+    std::shared_ptr<const StopSignal> stop_;
+    DWORD clientProcess_;
+    Handle requested_;
+    Handle replied_;
+    Handle doorEvent_;
+    Owner<ViewPolicy> block_;
+    std::uint64_t nonce_ = 0;
+    std::vector<std::uint8_t> message_;
+};
+
+}  // namespace srv
