@@ -153,6 +153,35 @@ void damage(Bytes& bytes, Random& random, std::size_t longest)
     }
 }
 
+std::string damagedText(std::string text, std::span<const char* const> tokens, Random& random)
+{
+    static constexpr char signs[] = "{}[],:\"\\0-.enul\n\t";
+    for (std::uint32_t count = 1 + random.below(3); count > 0 && !text.empty(); --count) {
+        const std::size_t at = random.below(text.size());
+        const std::size_t length = 1 + random.below(std::min<std::size_t>(text.size() - at, 24));
+        switch (random.below(6)) {
+            case 0:
+                text[at] = static_cast<char>(random.next());
+                break;
+            case 1:
+                text.erase(at, length);
+                break;
+            case 2:
+                text.insert(at, text.substr(random.below(text.size()), length));
+                break;
+            case 3:
+                text.insert(at, 1, signs[random.below(sizeof signs - 1)]);
+                break;
+            case 4:
+                std::swap(text[at], text[random.below(text.size())]);
+                break;
+            default:
+                text.replace(at, length, random.of(tokens));
+        }
+    }
+    return text;
+}
+
 void under(const char* what, std::uint32_t round) noexcept
 {
     std::snprintf(now.what, sizeof now.what, "%s", what);

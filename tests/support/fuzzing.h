@@ -44,6 +44,9 @@ std::u16string awkwardText(Random& random, std::size_t longest);
 // Cuts, lengthens, overwrites, repeats or removes a part, once or several times; at most `longest` bytes remain.
 void damage(Bytes& bytes, Random& random, std::size_t longest);
 
+// The same for the text of a file; `tokens` are put in where something else stood.
+std::string damagedText(std::string text, std::span<const char* const> tokens, Random& random);
+
 // What is under way, for the message of a crash. The text is copied.
 void under(const char* what, std::uint32_t round) noexcept;
 
