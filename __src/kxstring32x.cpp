@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "exported.h"
 #include "Kxotrc.h"
 #include "messageBox.h"
 
@@ -86,33 +87,6 @@ int showBox(CWnd* parent, const CString& text, const CString& title, unsigned lo
     return messageBoxSystem().show(&box);
 }
 
-CString keyOf(const CString& a, const CString& b)
-{
-    if (a.IsEmpty() || b.IsEmpty()) return a + b;
-    return a + "\\" + b;
-}
-
-template <typename... More>
-CString keyOf(const CString& a, const CString& b, const CString& c, const More&... more)
-{
-    return keyOf(keyOf(a, b), c, more...);
-}
-
-CString takeFirst(CString& list, const CString& separators)
-{
-    const int end = list.FindOneOf(separators);
-    if (end < 0) {
-        const CString whole = list;
-        list.Empty();
-        return whole;
-    }
-    const char* const separator = list.GetString() + end;
-    CString first = list.Left(end);
-    CString rest = list.Mid(end + static_cast<int>(CharNextA(separator) - separator));
-    list = rest;
-    return first;
-}
-
 CString resourceText(unsigned int id)
 {
     CString text;
@@ -126,55 +100,12 @@ CString resourceText(unsigned int id)
     return text;
 }
 
-// What an exported function does, inside the module's context and with its exceptions kept in: when there is no
-// memory the result is an empty string (0 for a number).
-template <typename Work>
-auto exported(Work work) noexcept -> decltype(work())
-{
-    const ModuleContext context;
-    try {
-        return work();
-    } catch (const std::exception&) {
-        return {};
-    }
-}
-
 }  // namespace
 
 MessageBoxSystem& messageBoxSystem() noexcept
 {
     static MessageBoxSystem system = {MessageBoxIndirectA, IsValidLocale};
     return system;
-}
-
-CString sKeyConcat(CString a, CString b)
-{
-    return exported([&] { return keyOf(a, b); });
-}
-
-CString sKeyConcat(CString a, CString b, CString c)
-{
-    return exported([&] { return keyOf(a, b, c); });
-}
-
-CString sKeyConcat(CString a, CString b, CString c, CString d)
-{
-    return exported([&] { return keyOf(a, b, c, d); });
-}
-
-CString sKeyConcat(CString a, CString b, CString c, CString d, CString e)
-{
-    return exported([&] { return keyOf(a, b, c, d, e); });
-}
-
-CString sFirstFromSeperatedListOneOf(CString* list, CString separators)
-{
-    return exported([&] { return list ? takeFirst(*list, separators) : CString(); });
-}
-
-CString sFirstFromSeperatedListOneOf(CString list, CString separators)
-{
-    return exported([&] { return takeFirst(list, separators); });
 }
 
 CString sLoadResString(unsigned int id)

@@ -9,7 +9,8 @@
  *              its description says otherwise.
  *   Outputs    char* buffer with unsigned long* length: before the call the buffer's capacity in bytes, after
  *              success the text's length without its terminator. DCFG_ERR_BUFFER_TOO_SHORT (234): it does not fit.
- *              A text has at most 259 characters.
+ *              A text has at most 259 characters. A buffer has at least one byte, whatever capacity is passed: a reply
+ *              that is cut off leaves the empty text.
  *   Lists      are read with an index: 0, 1, 2, … one item a call, until DCFG_ERR_NO_MORE_ITEMS (259).
  *   Threads    any thread may call; one request is under way at a time per process. Functions that say "cached"
  *              keep a list between index 0 and 259: run such an enumeration to its end before starting another.

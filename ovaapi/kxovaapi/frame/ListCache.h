@@ -6,12 +6,9 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "frame/ApiCall.h"
-
-using TextList = std::vector<std::string>;
+#include "frame/textList.h"
 
 class ListCache
 {
@@ -27,16 +24,6 @@ class ListCache
     Handle list_;
 };
 
-// The texts of a block of zero-terminated texts. splitList takes all, empty ones too; for splitNames the zero in the
-// last byte of the block only ends it, so that a list may be closed by an empty text.
-TextList splitList(const char* block, std::size_t length);
-TextList splitNames(const char* block, std::size_t length);
-
 // Reads a reply that is to hold a list of at most `capacity` bytes: kind, result and the list itself must be as they
 // should, else false and the caller falls back to single requests.
 bool readList(Reply& reply, std::uint32_t capacity, TextList (*split)(const char*, std::size_t), TextList& list);
-
-// Copies a listed text into a caller's buffer and stores its length; 234, with nothing written, when text and
-// terminator do not fit or there is no buffer.
-long copyOut(const std::string& text, char* buffer, unsigned long* length) noexcept;
-bool fitsOut(const std::string& text, const char* buffer, const unsigned long* length) noexcept;

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <random>
 
 #include "catalogueText.h"
+#include "support/fuzzing.h"
 
 using catalogue::LoadResult;
 
@@ -45,48 +45,21 @@ void expectSound(const LoadResult& result, const std::string& text)
     }
 }
 
-class Mutator
+constexpr const char* tokens[] = {
+    "null",        "true",         "-1",  "1e400", "99999999999999999999", "\"\"", "{}", "[]", "\"like\": \"A\",",
+    "\"\\ud800\"", "\xEF\xBB\xBF", "\xC3"};
+
+void expectSoundWhenDamaged(const std::string& text, std::uint32_t rounds)
 {
- public:
-    explicit Mutator(unsigned seed) : random_(seed) {}
-
-    std::string mutate(std::string text)
-    {
-        for (std::size_t count = 1 + below(3); count > 0 && !text.empty(); --count) {
-            const std::size_t at = below(text.size());
-            const std::size_t length = 1 + below(std::min<std::size_t>(text.size() - at, 24));
-            switch (below(6)) {
-                case 0:
-                    text[at] = static_cast<char>(below(256));
-                    break;
-                case 1:
-                    text.erase(at, length);
-                    break;
-                case 2:
-                    text.insert(at, text.substr(below(text.size()), length));
-                    break;
-                case 3:
-                    text.insert(at, 1, "{}[],:\"\\0-.enul\n\t"[below(17)]);
-                    break;
-                case 4:
-                    std::swap(text[at], text[below(text.size())]);
-                    break;
-                default:
-                    text.replace(at, length, tokens_[below(std::size(tokens_))]);
-            }
-        }
-        return text;
+    fuzzing::tellCrashes(rounds);
+    fuzzing::Random random(fuzzing::seed());
+    for (std::uint32_t round = 0; round < rounds && !testing::Test::HasFatalFailure(); ++round) {
+        fuzzing::under("the catalogue's reader", round);
+        SCOPED_TRACE(fuzzing::whereabouts());
+        const std::string changed = fuzzing::damagedText(text, tokens, random);
+        expectSound(parseText(changed), changed);
     }
-
- private:
-    std::size_t below(std::size_t bound) { return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random_); }
-
-    static constexpr const char* tokens_[] = {
-        "null",        "true",         "-1",  "1e400", "99999999999999999999", "\"\"", "{}", "[]", "\"like\": \"A\",",
-        "\"\\ud800\"", "\xEF\xBB\xBF", "\xC3"};
-
-    std::mt19937 random_;
-};
+}
 
 }  // namespace
 
@@ -117,20 +90,10 @@ TEST(DamagedCatalogue, ShippedOneCutAtManyBytes_isAnErrorAtTheEnd)
 
 TEST(DamagedCatalogue, SmallOneChangedAtRandom_isSoundlyReadOrRefused)
 {
-    const std::string text = fullText();
-    Mutator mutator(20240917);
-    for (int round = 0; round < 4000 && !testing::Test::HasFatalFailure(); ++round) {
-        const std::string changed = mutator.mutate(text);
-        expectSound(parseText(changed), changed);
-    }
+    expectSoundWhenDamaged(fullText(), fuzzing::rounds(4000));
 }
 
 TEST(DamagedCatalogue, ShippedOneChangedAtRandom_isSoundlyReadOrRefused)
 {
-    const std::string text = shippedText();
-    Mutator mutator(7);
-    for (int round = 0; round < 100 && !testing::Test::HasFatalFailure(); ++round) {
-        const std::string changed = mutator.mutate(text);
-        expectSound(parseText(changed), changed);
-    }
+    expectSoundWhenDamaged(shippedText(), std::max(1u, fuzzing::rounds(4000) / 40));
 }

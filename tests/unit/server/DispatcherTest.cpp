@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <random>
 #include <set>
 
 #include "TestServer.h"
@@ -91,41 +90,6 @@ TEST_F(DispatcherTest, NullWhereANameIsNeeded_is87)
     EXPECT_EQ(ask(u16(42) + null() + u32(0)), reply(87));
     EXPECT_EQ(ask(u16(42) + str(u"") + u32(0)), reply(87));
     EXPECT_EQ(ask(u16(34) + str(u"Dev") + str(u"a") + null()), reply(87));
-}
-
-TEST_F(DispatcherTest, RandomRequests_areAlwaysAnsweredWithKind4)
-{
-    createDevice(u"Dev");
-    srv::Session pipe(2, srv::Via::Pipe, 4711);
-    std::mt19937 random(20261121);
-    const auto upTo = [&](std::uint32_t bound) { return static_cast<std::uint32_t>(random() % (bound + 1)); };
-    const Bytes texts[] = {str(u"Dev"),
-                           str(u"busparam"),
-                           str(u""),
-                           null(),
-                           str(u"DCFG_TEMP_LOG_DEVICE____1"),
-                           str(std::u16string(300, u'x')),
-                           str({u"a\0b", 3}),
-                           str(u"SOFTWARE\\WOW6432Node\\TAVRONE\\NORIX\\LogDevices\\Dev"),
-                           str(u"Boards"),
-                           str(u"*TVRA010"),
-                           u32(0x80000000),
-                           u32(3)};
-    for (int i = 0; i < 3000; ++i) {
-        const auto operations = srv::allOperations();
-        const srv::Operation& operation = operations[upTo(static_cast<std::uint32_t>(operations.size()) - 1)];
-        Bytes request = u16(operation.opcode);
-        for (std::uint32_t fields = upTo(6); fields > 0; --fields)
-            request =
-                request + (upTo(2) > 0 ? texts[upTo(std::size(texts) - 1)] : u32(upTo(1) ? upTo(300) : random()));
-        if (upTo(3) == 0) request.resize(upTo(static_cast<std::uint32_t>(request.size())));
-        const Bytes answer = this->answer(operation.via == srv::Via::Pipe ? pipe : session, operation, request);
-        ASSERT_GE(answer.size(), 6u);
-        ASSERT_LE(answer.size(), 8192u);
-        ASSERT_EQ(Bytes(answer.begin(), answer.begin() + 2), u16(4));
-        const bool succeeded = Bytes(answer.begin() + 2, answer.begin() + 6) == u32(0);
-        ASSERT_TRUE(succeeded || answer.size() == 6);
-    }
 }
 
 struct Lines : srv::LogSink

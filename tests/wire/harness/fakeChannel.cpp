@@ -9,12 +9,7 @@ namespace {
 
 constexpr std::size_t headerLength = 80;
 
-struct Answer
-{
-    int errorNumber = 0;
-    Bytes frame;
-    std::uint16_t length = 0;
-};
+using Answer = FakeChannel::Exchange;
 
 class ScriptedChannel final : public FakeChannel
 {
@@ -24,6 +19,7 @@ class ScriptedChannel final : public FakeChannel
         const std::lock_guard guard(mutex_);
         script_.clear();
         responder_ = nullptr;
+        exchangeResponder_ = nullptr;
         onOpen_ = nullptr;
         openFails_ = false;
         requests_.clear();
@@ -48,6 +44,10 @@ class ScriptedChannel final : public FakeChannel
         script_.push_back({errorNumber, {}, 0});
     }
     void answerAll(std::function<Bytes(const Bytes&)> responder) override { responder_ = std::move(responder); }
+    void exchangeAll(std::function<Exchange(const Bytes&)> responder) override
+    {
+        exchangeResponder_ = std::move(responder);
+    }
     void openFails(bool fails) override { openFails_ = fails; }
     void onOpen(std::function<void()> action) override { onOpen_ = std::move(action); }
     const std::vector<Bytes>& requests() const override { return requests_; }
@@ -78,9 +78,10 @@ class ScriptedChannel final : public FakeChannel
     int exchange(std::uint16_t frameLength, const std::uint8_t* frame, std::uint16_t capacity, std::uint8_t* reply,
                  std::uint16_t* replyLength)
     {
+        Bytes request(frame + headerLength, frame + frameLength);
+        if (exchangeResponder_) return hand(exchangeResponder_(request), capacity, reply, replyLength);
         Answer answer = framed({4, 0, 0, 0, 0, 0});  // unless scripted: result 0, nothing else
         std::function<Bytes(const Bytes&)> responder;
-        Bytes request(frame + headerLength, frame + frameLength);
         {
             const std::lock_guard guard(mutex_);
             frames_.emplace_back(frame, frame + frameLength);
@@ -93,11 +94,7 @@ class ScriptedChannel final : public FakeChannel
             }
         }
         if (responder) answer = framed(responder(request));
-        errorNumber_ = answer.errorNumber;
-        if (answer.errorNumber != 0) return -1;
-        std::copy_n(answer.frame.begin(), std::min<std::size_t>(answer.frame.size(), capacity), reply);
-        *replyLength = answer.length;
-        return 0;
+        return hand(answer, capacity, reply, replyLength);
     }
     int errorNumber() const { return errorNumber_; }
     int notify(HWND window, UINT message)
@@ -108,6 +105,14 @@ class ScriptedChannel final : public FakeChannel
     }
 
  private:
+    int hand(const Answer& answer, std::uint16_t capacity, std::uint8_t* reply, std::uint16_t* replyLength)
+    {
+        errorNumber_ = answer.errorNumber;
+        if (answer.errorNumber != 0) return -1;
+        std::copy_n(answer.frame.begin(), std::min<std::size_t>(answer.frame.size(), capacity), reply);
+        *replyLength = answer.length;
+        return 0;
+    }
     static Answer framed(const Bytes& payload)
     {
         Bytes frame(headerLength, 0);
@@ -119,6 +124,7 @@ class ScriptedChannel final : public FakeChannel
     std::recursive_mutex mutex_;
     std::deque<Answer> script_;
     std::function<Bytes(const Bytes&)> responder_;
+    std::function<Exchange(const Bytes&)> exchangeResponder_;
     std::function<void()> onOpen_;
     bool openFails_ = false;
     int nextHandle_ = 7;

@@ -24,6 +24,16 @@ class FakeChannel
     virtual void fail(int errorNumber) = 0;                                            // the exchange fails
     virtual void answerAll(std::function<Bytes(const Bytes& request)> responder) = 0;  // the default answer
 
+    // One exchange as the library sees it: it fails, or yields a frame and a length, which need not fit together.
+    struct Exchange
+    {
+        int errorNumber = 0;
+        Bytes frame;
+        std::uint16_t length = 0;
+    };
+    // Every exchange from now on; the channel remembers none of them.
+    virtual void exchangeAll(std::function<Exchange(const Bytes& request)> responder) = 0;
+
     // -1 makes SCP_openW fail; handles count up otherwise.
     virtual void openFails(bool fails) = 0;
     // Runs inside SCP_openW before it returns.

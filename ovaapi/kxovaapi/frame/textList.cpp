@@ -1,0 +1,42 @@
+#include "frame/textList.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+#include "kxova/results.h"
+
+TextList splitList(const char* block, std::size_t length)
+{
+    TextList list;
+    for (std::size_t at = 0; at < length;) {
+        const std::size_t size = strnlen(block + at, length - at);
+        list.emplace_back(block + at, size);
+        at += size + 1;
+    }
+    return list;
+}
+
+TextList splitNames(const char* block, std::size_t length)
+{
+    TextList list;
+    for (std::size_t at = 0; at + 1 < length;) {
+        const std::size_t size = strnlen(block + at, length - at);
+        list.emplace_back(block + at, size);
+        at += size + 1;
+    }
+    return list;
+}
+
+bool fitsOut(const std::string& text, const char* buffer, const unsigned long* length) noexcept
+{
+    return buffer && length && text.size() < *length;
+}
+
+long copyOut(const std::string& text, char* buffer, unsigned long* length) noexcept
+{
+    if (!fitsOut(text, buffer, length)) return DCFG_ERR_BUFFER_TOO_SHORT;
+    std::memcpy(buffer, text.c_str(), text.size() + 1);
+    *length = static_cast<unsigned long>(text.size());
+    return ERROR_SUCCESS;
+}

@@ -1,0 +1,7 @@
+#include "targets/targets.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    FUZZ_TARGET(data, size);
+    return 0;
+}

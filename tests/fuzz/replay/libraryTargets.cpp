@@ -1,0 +1,10 @@
+#include "replay.h"
+
+std::vector<NamedTarget> targetsHere()
+{
+    return {{"buffers", fuzzBuffers},
+            {"commandLine", fuzzCommandLine},
+            {"filters", fuzzFilters},
+            {"lists", fuzzLists},
+            {"numbers", fuzzNumbers}};
+}

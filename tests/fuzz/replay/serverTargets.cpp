@@ -1,0 +1,6 @@
+#include "replay.h"
+
+std::vector<NamedTarget> targetsHere()
+{
+    return {{"requests", fuzzRequests}, {"serverTexts", fuzzServerTexts}};
+}
