@@ -133,9 +133,15 @@ void Server::hardwareChanged(bool came, const HardwareDevice& device)
 
 bool Server::stop(DWORD milliseconds) noexcept
 {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
     bool all = true;
+    // All are told before any is waited for.
     for (auto* const listener : {&memory_, &channel_, &pipe_})
-        all = listener->stop(milliseconds) && all;
+        listener->stop(0);
+    for (auto* const listener : {&memory_, &channel_, &pipe_}) {
+        const ULONGLONG now = GetTickCount64();
+        all = listener->stop(now < end ? static_cast<DWORD>(end - now) : 0) && all;
+    }
     hardware_.stop();
     watcher_.stop();
     flushEvents_.stop();

@@ -59,7 +59,8 @@ class PipeServer
 
     // The pipe \\.\pipe\`name`, of messages, or the door to the memory of that channel, for any number of clients, or
     // for 1 at a time.
-    explicit PipeServer(const std::wstring& name, DWORD instances = PIPE_UNLIMITED_INSTANCES, Carrier by = testedCarrier);
+    explicit PipeServer(const std::wstring& name, DWORD instances = PIPE_UNLIMITED_INSTANCES,
+                        Carrier by = testedCarrier);
     ~PipeServer() { stop(); }
     PipeServer(const PipeServer&) = delete;
     PipeServer& operator=(const PipeServer&) = delete;
