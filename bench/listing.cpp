@@ -8,7 +8,7 @@
 #include <string>
 
 #include "kxovaapi.h"
-#include "measure.h"
+#include "support/measure.h"
 
 namespace {
 
