@@ -29,6 +29,10 @@ build() {
       exit 1
     }
   done
+  { cmake -S bench/native -B "$out/native" && cmake --build "$out/native"; } >"$out/build-native.log" 2>&1 || {
+    tail -30 "$out/build-native.log" >&2
+    exit 1
+  }
 }
 
 # start NAME COMMAND...: runs in the background; waits until it says "ready".
@@ -82,6 +86,16 @@ bench_roundtrip() {
   start_peers
   run bench_roundtrip --requests "$out/roundtrip.requests" --json "$out/roundtrip.json"
   stop_all
+}
+
+bench_throughput() {
+  start_server
+  run bench_throughput --json "$out/throughput.json"
+  stop_all
+}
+
+bench_encoding() {
+  taskset -c 0 "$out/native/encoding" "$out/encoding.json"
 }
 
 install_packages
