@@ -4,17 +4,14 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "kxovaapi.h"
+#include "support/crew.h"
 #include "support/measure.h"
 #include "support/options.h"
-#include "support/process.h"
 #include "support/table.h"
 #include "wire/frame.h"
 
@@ -24,41 +21,8 @@ constexpr char device[] = "kxova bench";
 constexpr char definition[] = "NX3110.MPI";
 constexpr char parameter[] = "baudrate";
 constexpr int processes = 16;
-constexpr int threads = 8;
-constexpr int workers = processes + threads;  // the threads stand behind the processes
+constexpr int threads = 8;  // of one more process
 constexpr int turns = 10;
-constexpr DWORD settle = 20;   // milliseconds until all of a group are under way
-constexpr DWORD window = 120;  // milliseconds in which calls are counted
-
-struct Worker
-{
-    volatile LONG working;
-    volatile LONG calls;
-};
-
-// What the processes share.
-class Board
-{
- public:
-    Board()
-        : ready(CreateSemaphoreA(nullptr, 0, workers, "kxova bench ready")),
-          section_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, workers * sizeof(Worker),
-                                      "kxova bench workers")),
-          worker(static_cast<Worker*>(MapViewOfFile(section_, FILE_MAP_WRITE, 0, 0, 0)))
-    {
-        for (int i = 0; i < workers; ++i)
-            go[i] = CreateEventA(nullptr, FALSE, FALSE, ("kxova bench go " + std::to_string(i)).c_str());
-    }
-
-    HANDLE ready;
-    HANDLE go[workers];
-
- private:
-    HANDLE section_;
-
- public:
-    Worker* worker;
-};
 
 bool ask()
 {
@@ -66,89 +30,6 @@ bool ask()
     unsigned long length = sizeof value;
     return LogDeviceGetValue(device, parameter, value, &length) == 0;
 }
-
-// Calls whenever it is told to, until its process is ended.
-void work(const Board& board, int index)
-{
-    Worker& mine = board.worker[index];
-    ask();
-    ReleaseSemaphore(board.ready, 1, nullptr);
-    for (;;) {
-        WaitForSingleObject(board.go[index], INFINITE);
-        while (mine.working && ask())
-            ++const_cast<LONG&>(mine.calls);
-    }
-}
-
-int workersOf(int first, int count)
-{
-    const Board board;
-    std::vector<std::thread> started;
-    for (int i = 1; i < count; ++i)
-        started.emplace_back([&board, first, i] { work(board, first + i); });
-    work(board, first);
-    return 0;
-}
-
-class Crew
-{
- public:
-    bool start()
-    {
-        for (int i = 0; i < processes; ++i)
-            process_.emplace_back("workers " + std::to_string(i) + " 1");
-        process_.emplace_back("workers " + std::to_string(processes) + ' ' + std::to_string(threads));
-        for (int i = 0; i < workers; ++i)
-            if (WaitForSingleObject(board_.ready, 60'000) != WAIT_OBJECT_0) return false;
-        return true;
-    }
-
-    // The calls a second of these workers together.
-    double measure(int first, int count)
-    {
-        for (int i = first; i < first + count; ++i)
-            set(i, true);
-        Sleep(settle);
-        LONG done = -calls(first, count);
-        const double time = microsecondsOf([] { Sleep(window); });
-        done += calls(first, count);
-        for (int i = first; i < first + count; ++i)
-            set(i, false);
-        Sleep(settle);
-        return done * 1e6 / time;
-    }
-
-    // Stops a process while it calls: nearly all of its time it is in the middle of a call.
-    void stall(int index)
-    {
-        set(index, true);
-        Sleep(settle);
-        process_[static_cast<std::size_t>(index)].suspend();
-    }
-    void wake(int index)
-    {
-        process_[static_cast<std::size_t>(index)].resume();
-        set(index, false);
-        Sleep(settle);
-    }
-
- private:
-    void set(int index, bool working)
-    {
-        board_.worker[index].working = working;
-        if (working) SetEvent(board_.go[index]);
-    }
-    LONG calls(int first, int count) const
-    {
-        LONG sum = 0;
-        for (int i = first; i < first + count; ++i)
-            sum += board_.worker[i].calls;
-        return sum;
-    }
-
-    Board board_;
-    std::vector<OtherProcess> process_;
-};
 
 // A client that sends requests and takes no reply, until nothing more goes out.
 class DeafClient
@@ -188,17 +69,17 @@ struct Group
     Series ratio{};  // to the other row's figure in the same turn
 };
 
-std::vector<Group> groups(Crew& crew)
+std::vector<Group> groups(crew::Crew& crew)
 {
     std::vector<Group> all;
     for (const int count : {1, 2, 4, 8, 16})
         all.push_back({std::to_string(count) + (count == 1 ? " process" : " processes"),
-                       [&crew, count] { return crew.measure(0, count); }, 0});
+                       [&crew, count] { return crew.perSecond(0, count); }, 0});
     const std::size_t four = 2;
     all.push_back({"4 processes, another stands still in a call",
                    [&crew] {
                        crew.stall(processes - 1);
-                       const double result = crew.measure(0, 4);
+                       const double result = crew.perSecond(0, 4);
                        crew.wake(processes - 1);
                        return result;
                    },
@@ -206,20 +87,23 @@ std::vector<Group> groups(Crew& crew)
     all.push_back({"4 processes, another never reads",
                    [&crew] {
                        const DeafClient deaf;
-                       return crew.measure(0, 4);
+                       return crew.perSecond(0, 4);
                    },
                    four});
     const std::size_t single = all.size();
     for (const int count : {1, 2, 4, 8})
         all.push_back({std::to_string(count) + (count == 1 ? " thread" : " threads in one process"),
-                       [&crew, count] { return crew.measure(processes, count); }, single});
+                       [&crew, count] { return crew.perSecond(processes, count); }, single});
     return all;
 }
 
 int run(const Options& options)
 {
-    Crew crew;
-    if (!crew.start()) {
+    crew::Crew crew;
+    bool ready = true;
+    for (int i = 0; i < processes; ++i)
+        ready = ready && crew.add();
+    if (!ready || !crew.add(threads)) {
         std::printf("bench: the clients do not start\n");
         return 1;
     }
@@ -252,8 +136,7 @@ int run(const Options& options)
 
 int main(int count, char** arguments)
 {
-    if (count == 4 && std::strcmp(arguments[1], "workers") == 0)
-        return workersOf(std::atoi(arguments[2]), std::atoi(arguments[3]));
+    if (crew::isWorker(count, arguments)) return crew::workAs(arguments, ask);
     LogDeviceDel(device);
     if (const long result = LogDeviceCreateFromDef(device, definition); result != 0) {
         std::printf("bench: the configuration server is needed; start it with kxovasrvx run (result %ld)\n", result);

@@ -98,6 +98,14 @@ bench_encoding() {
   taskset -c 0 "$out/native/encoding" "$out/encoding.json"
 }
 
+bench_trace() {
+  start_log
+  run bench_trace --log "$out/wineserver.log" --requests "$out/trace.requests"
+  stop_all
+  run bench_trace --requests "$out/trace.requests" --json "$out/trace.json"
+  stop_all
+}
+
 install_packages
 build
 trap stop_all EXIT
