@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/wine-env.sh
 out=build/bench
 mkdir -p "$out"
-all=(roundtrip throughput encoding trace listing store load notify)
+all=(roundtrip throughput encoding trace values transfer devices load notify)
 names=("${@:-${all[@]}}")
 
 # Packages that only the measurements need. Without them the lines that need them are left out.
@@ -96,6 +96,24 @@ bench_throughput() {
 
 bench_encoding() {
   taskset -c 0 "$out/native/encoding" "$out/encoding.json"
+}
+
+bench_values() {
+  start_server
+  run bench_values --json "$out/values.json"
+  stop_all
+}
+
+bench_transfer() {
+  start_server
+  run bench_transfer --json "$out/transfer.json"
+  stop_all
+}
+
+# Starts servers of its own.
+bench_devices() {
+  run bench_devices --json "$out/devices.json"
+  stop_all
 }
 
 bench_trace() {
