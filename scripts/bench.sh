@@ -116,6 +116,20 @@ bench_devices() {
   stop_all
 }
 
+bench_load() {
+  start_log
+  run bench_load --log "$out/wineserver.log" --requests "$out/load.requests"
+  stop_all
+  run bench_load --requests "$out/load.requests" --json "$out/load.json"
+  stop_all
+}
+
+bench_notify() {
+  start_server
+  run bench_notify --json "$out/notify.json"
+  stop_all
+}
+
 bench_trace() {
   start_log
   run bench_trace --log "$out/wineserver.log" --requests "$out/trace.requests"
