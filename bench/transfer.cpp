@@ -1,4 +1,4 @@
-// What "kxova export" and "kxova import" cost for each logical device, with 10 to 1 000 of them. Needs the configuration
+// What "kxova export" and "kxova import" cost for each logical device, with 50 to 500 of them. Needs the configuration
 // server; makes logical devices of its own and deletes them.
 #include <windows.h>
 
@@ -14,7 +14,8 @@
 namespace {
 
 constexpr char definition[] = "NX3110.MPI";
-constexpr int numbers[] = {10, 100, 1000};
+constexpr int numbers[] = {50, 500};
+constexpr int startRounds = 5;
 
 std::string nameOf(int number)
 {
@@ -47,17 +48,20 @@ int measure(const Options& options)
 
     Growth growth("export and import");
     // With nothing of ours: what starting the program and everything else in the store cost.
-    command(toFile);
-    const double noExport = command(toFile);
-    const double noImport = command(fromFile);
+    Series noExport;
+    Series noImport;
+    for (int i = 0; i < startRounds; ++i) {
+        noExport.times.push_back(command(toFile));
+        noImport.times.push_back(command(fromFile));
+    }
     int made = 0;
     for (const int items : numbers) {
         for (; made < items; ++made)
             LogDeviceCreateFromDef(nameOf(made).c_str(), definition);
-        growth.add("kxova export", items, (command(toFile) - noExport) / items);
+        growth.add("kxova export", items, (command(toFile) - noExport.median()) / items);
         removeDevices(items);
-        growth.add("kxova import, all new", items, (command(fromFile) - noImport) / items);
-        growth.add("kxova import, all there", items, (command(fromFile) - noImport) / items);
+        growth.add("kxova import, all new", items, (command(fromFile) - noImport.median()) / items);
+        growth.add("kxova import, all there", items, (command(fromFile) - noImport.median()) / items);
     }
     removeDevices(made);
     DeleteFileA(file.c_str());

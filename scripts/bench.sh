@@ -40,7 +40,8 @@ pids=()
 start() {
   local log=$out/$1.log i
   shift
-  taskset -c 0 "$@" >"$log" 2>&1 &
+  : >"$log"
+  taskset -c 0 "$@" >>"$log" 2>&1 &
   pids+=($!)
   for ((i = 0; i < 300; ++i)); do
     grep -q 'ready' "$log" && return 0
