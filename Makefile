@@ -1,7 +1,7 @@
 # make demo    everything from a fresh clone to the main job, shown step by step
 # make test    set up, build, run all tests
 # make build   both bitnesses: build/x86/bin and build/x64/bin
-# make bench   measures; make format and make lint keep the sources in order
+# make bench   measures everything (docs/benchmarks.md); make format and make lint keep the sources in order
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
 

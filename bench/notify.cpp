@@ -3,13 +3,15 @@
 // its own and deletes it.
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "kxovaapi.h"
+#include "support/measure.h"
+#include "support/options.h"
+#include "support/process.h"
+#include "support/table.h"
 
 namespace {
 
@@ -31,9 +33,10 @@ LONGLONG now()
 
 double microseconds(LONGLONG ticks)
 {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(ticks) * 1e6 / static_cast<double>(frequency.QuadPart);
+    LARGE_INTEGER none{};
+    LARGE_INTEGER all{};
+    all.QuadPart = ticks;
+    return microseconds(none, all);
 }
 
 // What both processes see.
@@ -66,27 +69,17 @@ int sleeper()
     }
 }
 
-struct Series
+void print(Series& series, const char* what)
 {
-    std::vector<double> times;
-
-    double at(double part)
-    {
-        std::sort(times.begin(), times.end());
-        return times[static_cast<std::size_t>(part * static_cast<double>(times.size() - 1))];
-    }
-    void print(const char* what)
-    {
-        std::printf("  %-44s %6.1f us %6.1f us %6.1f us\n", what, at(0.5), at(0.1), at(0.9));
-    }
-};
+    std::printf("  %-44s %6.1f us %6.1f us %6.1f us\n", what, series.median(), series.at(0.1), series.at(0.9));
+}
 
 bool acknowledged(const Meeting& meeting)
 {
     return WaitForSingleObject(meeting.acknowledge, longest) == WAIT_OBJECT_0;
 }
 
-int measure()
+int measure(const Options& options)
 {
     const Meeting meeting;
     Series notified;
@@ -110,12 +103,15 @@ int measure()
     }
     std::printf("wake-up of another process, %d rounds in turns\n", rounds);
     std::printf("  %-44s %9s %9s %9s\n", "", "median", "p10", "p90");
-    notified.print("from LogDeviceSetValue to the wake-up");
-    returned.print("LogDeviceSetValue itself");
-    bare.print("from SetEvent to the wake-up");
+    print(notified, "from LogDeviceSetValue to the wake-up");
+    print(returned, "LogDeviceSetValue itself");
+    print(bare, "from SetEvent to the wake-up");
     std::printf("  %-44s %6.2f\n", "ratio of the medians", notified.at(0.5) / bare.at(0.5));
-    std::printf("{\"bench\":\"notify\",\"notified_us\":%.1f,\"call_us\":%.1f,\"bare_us\":%.1f,\"ratio\":%.3f}\n",
-                notified.at(0.5), returned.at(0.5), bare.at(0.5), notified.at(0.5) / bare.at(0.5));
+    saveJson(options.json, {{"bench", "notify"},
+                            {"notified_us", notified.median()},
+                            {"call_us", returned.median()},
+                            {"bare_us", bare.median()},
+                            {"ratio", notified.median() / bare.median()}});
     return 0;
 }
 
@@ -131,17 +127,9 @@ int main(int count, char** arguments)
         return 1;
     }
     const Meeting meeting;
-    std::string command = std::string("\"") + arguments[0] + "\" sleeper";
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION other{};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &other)) {
-        std::printf("bench: the second process does not start (%lu)\n", GetLastError());
-        return 1;
-    }
-    const int status = acknowledged(meeting) ? measure() : 1;
+    const OtherProcess other("sleeper");
+    const int status = acknowledged(meeting) ? measure(Options(count, arguments)) : 1;
     if (status != 0) std::printf("bench: the second process does not wake up\n");
-    TerminateProcess(other.hProcess, 0);
     LogDeviceDel(device);
     return status;
 }

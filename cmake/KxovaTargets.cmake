@@ -15,6 +15,18 @@ function(kxova_target name)
   target_link_options(${name} PRIVATE -static -static-libgcc -static-libstdc++)
 endfunction()
 
+# kxova_split_debug(NAME): debug information goes to a file of its own beside the library, where debuggers find it. Wine
+# reads a whole library into memory, so inside it would cost each program five times the library's own size.
+function(kxova_split_debug name)
+  if(MSVC OR NOT CMAKE_OBJCOPY)
+    return()
+  endif()
+  set(debug $<TARGET_FILE_DIR:${name}>/$<TARGET_FILE_NAME:${name}>.debug)
+  add_custom_command(TARGET ${name} POST_BUILD VERBATIM
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${name}> ${debug}
+    COMMAND ${CMAKE_OBJCOPY} --strip-debug --add-gnu-debuglink=${debug} $<TARGET_FILE:${name}>)
+endfunction()
+
 # Header-only libraries of the host system, linked into a folder of their own: the cross compilers must not see the
 # rest of /usr/include.
 set(KXOVA_HEADER_LIBRARIES ${CMAKE_BINARY_DIR}/header-libraries)

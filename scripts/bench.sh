@@ -1,16 +1,146 @@
 #!/usr/bin/env bash
-# Runs the measurements. Client, server and Wine's server share one processor: waking an idle one would cost more than
-# what is measured.
+# Runs the measurements: bench.sh [NAME ...] (all of them; docs/benchmarks.md says what each is). Client, server and
+# Wine's server share one processor: waking an idle one would cost more than what is measured.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck disable=SC1091
 . scripts/wine-env.sh
-wineserver -k 2>/dev/null || true
-log=build/bench-server.log
-taskset -c 0 wine build/x64/bin/kxovasrvx.exe run --quiet >"$log" 2>&1 &
-server_pid=$!
-trap 'kill -INT $server_pid 2>/dev/null || true; wait $server_pid 2>/dev/null || true; wineserver -k || true' EXIT
-for _ in $(seq 1 300); do grep -q '^kxovasrvx: ready' "$log" && break; sleep 0.1; done
-for bench in bench_roundtrip bench_listing bench_notify; do
-  taskset -c 0 scripts/run-wine build/x86/bin/$bench.exe | tr -d '\r'
-done
+out=build/bench
+mkdir -p "$out"
+all=(roundtrip throughput encoding trace values transfer devices load notify)
+names=("${@:-${all[@]}}")
+
+# Packages that only the measurements need. Without them the lines that need them are left out.
+install_packages() {
+  local packages=(mingw-w64-tools libflatbuffers-dev flatbuffers-compiler libprotobuf-dev protobuf-compiler)
+  [ "$(dpkg-query -W -f='${db:Status-Status}\n' "${packages[@]}" 2>/dev/null | grep -c '^installed$')" = "${#packages[@]}" ] && return 0
+  echo "bench: installing packages: ${packages[*]}"
+  local as_root=sudo
+  [ "$(id -u)" = 0 ] && as_root=
+  { $as_root apt-get update && $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${packages[@]}"; } \
+    >"$out/packages.log" 2>&1 || echo "bench: not all packages could be installed ($out/packages.log); what needs them is left out"
+}
+
+build() {
+  local preset
+  for preset in x86 x64; do
+    { cmake --preset "$preset" && cmake --build --preset "$preset" --target bench; } >"$out/build-$preset.log" 2>&1 || {
+      tail -30 "$out/build-$preset.log" >&2
+      exit 1
+    }
+  done
+  { cmake -S bench/native -B "$out/native" && cmake --build "$out/native"; } >"$out/build-native.log" 2>&1 || {
+    tail -30 "$out/build-native.log" >&2
+    exit 1
+  }
+}
+
+# start NAME COMMAND...: runs in the background; waits until it says "ready".
+pids=()
+start() {
+  local log=$out/$1.log i
+  shift
+  : >"$log"
+  taskset -c 0 "$@" >>"$log" 2>&1 &
+  pids+=($!)
+  for ((i = 0; i < 300; ++i)); do
+    grep -q 'ready' "$log" && return 0
+    sleep 0.1
+  done
+  echo "bench: no start; the log is $log" >&2
+  exit 1
+}
+start_server() { start server wine build/x64/bin/kxovasrvx.exe run --quiet; }
+start_peers() { start peers wine build/x64/bin/bench_peers.exe; }
+
+stop_all() {
+  wineserver -k 2>/dev/null || true
+  wait "${pids[@]}" 2>/dev/null || true
+  pids=()
+}
+
+# run PROGRAM ARGUMENT...: in the foreground, its lines without carriage returns
+run() {
+  local program=build/x86/bin/$1.exe
+  shift
+  taskset -c 0 scripts/run-wine "$program" "$@" | tr -d '\r'
+}
+
+# The next run counts requests: Wine's server writes down each of them.
+start_log() {
+  local log=$out/wineserver.log
+  wineserver -k 2>/dev/null || true
+  wineserver -w
+  rm -f "$log"
+  taskset -c 0 wineserver -f -d1 2>"$log" &
+  pids+=($!)
+  sleep 0.3
+}
+
+bench_roundtrip() {
+  start_log
+  start_server
+  start_peers
+  run bench_roundtrip --log "$out/wineserver.log" --requests "$out/roundtrip.requests"
+  stop_all
+  start_server
+  start_peers
+  run bench_roundtrip --requests "$out/roundtrip.requests" --json "$out/roundtrip.json"
+  stop_all
+}
+
+bench_throughput() {
+  start_server
+  run bench_throughput --json "$out/throughput.json"
+  stop_all
+}
+
+bench_encoding() {
+  taskset -c 0 "$out/native/encoding" "$out/encoding.json"
+}
+
+bench_values() {
+  start_server
+  run bench_values --json "$out/values.json"
+  stop_all
+}
+
+bench_transfer() {
+  start_server
+  run bench_transfer --json "$out/transfer.json"
+  stop_all
+}
+
+# Starts servers of its own.
+bench_devices() {
+  run bench_devices --json "$out/devices.json"
+  stop_all
+}
+
+bench_load() {
+  start_log
+  run bench_load --log "$out/wineserver.log" --requests "$out/load.requests"
+  stop_all
+  run bench_load --requests "$out/load.requests" --json "$out/load.json"
+  stop_all
+}
+
+bench_notify() {
+  start_server
+  run bench_notify --json "$out/notify.json"
+  stop_all
+}
+
+bench_trace() {
+  start_log
+  run bench_trace --log "$out/wineserver.log" --requests "$out/trace.requests"
+  stop_all
+  run bench_trace --requests "$out/trace.requests" --json "$out/trace.json"
+  stop_all
+}
+
+install_packages
+build
+trap stop_all EXIT
+stop_all
+for name in "${names[@]}"; do "bench_$name"; done

@@ -102,9 +102,12 @@ std::uint32_t receivedData::ReadString(char* buffer, std::uint32_t* size) noexce
     }
     if (!available(length)) return ERROR_BUFFER_OVERFLOW;
 
-    wchar_t wide[scratchUnits] = {};
-    char text[scratchUnits] = {};
+    // Not zeroed as a whole, which would take longer than all the rest of the reply.
+    wchar_t wide[scratchUnits];
+    char text[scratchUnits];
+    wide[length / sizeof *wide] = 0;  // of an odd length, the upper half of the last unit
     std::memcpy(wide, data_ + cursor_, length);
+    wide[(length + 1) / sizeof *wide] = 0;
     const auto needed =
         static_cast<std::uint32_t>(WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr));
     if (needed == 0) {

@@ -1,0 +1,128 @@
+// What starting the server, listing devices and asking for their values cost with 10 to 100 000 logical devices in the
+// store. No server may run: this program writes the devices into the registry, starts one for each number, and removes
+// them at the end.
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+#include "kxovaapi.h"
+#include "support/growth.h"
+#include "support/measure.h"
+#include "support/options.h"
+#include "support/program.h"
+
+namespace {
+
+constexpr char devicesKey[] = "SOFTWARE\\TAVRONE\\NORIX\\LogDevices";
+constexpr int numbers[] = {10, 100, 1000, 10'000, 100'000};
+constexpr int asked = 2000;  // items of a number are asked for, evenly spread
+constexpr int changed = 100;
+
+std::string nameOf(int number)
+{
+    char name[40];
+    std::snprintf(name, sizeof name, "kxova bench %06d", number);
+    return name;
+}
+
+// Straight into the store, because making a device takes the server far longer.
+class Devices
+{
+ public:
+    Devices()
+    {
+        RegCreateKeyExA(HKEY_LOCAL_MACHINE, devicesKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr);
+    }
+    ~Devices()
+    {
+        for (; count_ > 0; --count_)
+            RegDeleteKeyA(key_, nameOf(count_ - 1).c_str());
+        RegCloseKey(key_);
+    }
+    Devices(const Devices&) = delete;
+    Devices& operator=(const Devices&) = delete;
+
+    void growTo(int count)
+    {
+        for (; count_ < count; ++count_) {
+            HKEY device = nullptr;
+            RegCreateKeyExA(key_, nameOf(count_).c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &device, nullptr);
+            for (const char* value : {"baudrate", "busparam", "note"})
+                RegSetValueExA(device, value, 0, REG_SZ, reinterpret_cast<const BYTE*>("1"), 2);
+            RegCloseKey(device);
+        }
+    }
+
+ private:
+    HKEY key_ = nullptr;
+    int count_ = 0;
+};
+
+struct Text
+{
+    char buffer[260];
+    unsigned long length = sizeof buffer;
+};
+
+// ask(number of the item), evenly spread over all of them; the time of one.
+template <typename Ask>
+double spread(int items, int most, Ask ask)
+{
+    const int count = std::min(items * 20, most);
+    Series each;
+    for (int i = 0; i < count; ++i)
+        each.measure([&] { ask(static_cast<int>(static_cast<long long>(i) * items / count)); });
+    return each.median();
+}
+
+// Until the server can be reached.
+double start(Program*& server)
+{
+    return microsecondsOf([&] {
+        server = new Program(serverProgram, "run --quiet");
+        if (!startServer(*server)) std::printf("bench: the server does not start: %s\n", server->output().c_str());
+    });
+}
+
+int measure(const Options& options)
+{
+    Growth growth("logical devices in the store");
+    Devices devices;
+    Program* server = nullptr;
+    Series bare;
+    for (int i = 0; i < 3; ++i) {
+        bare.times.push_back(start(server));
+        delete server;
+    }
+    for (const int items : numbers) {
+        devices.growTo(items);
+        const double started = start(server);
+        // What a start costs with none is more than a few devices cost.
+        if (items >= 1000) growth.add("server start, without that of none", items, (started - bare.median()) / items);
+        growth.add("LogDeviceGetEnum", items, spread(items, asked, [](int index) {
+                       Text name;
+                       LogDeviceGetEnum(nullptr, static_cast<unsigned long>(index), name.buffer, &name.length);
+                   }));
+        growth.add("LogDeviceGetValue", items, spread(items, asked, [](int index) {
+                       Text value;
+                       LogDeviceGetValue(nameOf(index).c_str(), "note", value.buffer, &value.length);
+                   }));
+        growth.add("LogDeviceSetValue", items,
+                   spread(items, changed, [](int index) { LogDeviceSetValue(nameOf(index).c_str(), "note", "2"); }));
+        growth.add("LogDeviceCopy and LogDeviceDel", items, spread(items, changed, [](int index) {
+                       LogDeviceCopy(nameOf(index).c_str(), "kxova bench copy");
+                       LogDeviceDel("kxova bench copy");
+                   }));
+        delete server;
+    }
+    growth.finish(options);
+    return 0;
+}
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    return measure(Options(count, arguments));
+}

@@ -1,0 +1,148 @@
+// Calls a second, of all clients together: with 1 to 16 client processes, with 1 to 8 threads in one of them, and with
+// four beside one that stands still. All groups are measured in turns. Needs the configuration server; makes a logical
+// device of its own and deletes it.
+#include <windows.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kxovaapi.h"
+#include "support/crew.h"
+#include "support/measure.h"
+#include "support/options.h"
+#include "support/table.h"
+#include "wire/frame.h"
+
+namespace {
+
+constexpr char device[] = "kxova bench";
+constexpr char definition[] = "NX3110.MPI";
+constexpr char parameter[] = "baudrate";
+constexpr int processes = 16;
+constexpr int threads = 8;  // of one more process
+constexpr int turns = 10;
+
+bool ask()
+{
+    char value[260];
+    unsigned long length = sizeof value;
+    return LogDeviceGetValue(device, parameter, value, &length) == 0;
+}
+
+// A client that sends requests and takes no reply, until nothing more goes out.
+class DeafClient
+{
+ public:
+    DeafClient()
+    {
+        const std::wstring name = std::wstring(L"\\\\.\\pipe\\") + wire::channelName;
+        pipe_ = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_OVERLAPPED, nullptr);
+        static const std::uint8_t noFrame[wire::frameHeaderLength] = {};  // answered as every message is
+        for (int i = 0; i < most && connected(); ++i) {
+            static OVERLAPPED pending[most];
+            WriteFile(pipe_, noFrame, sizeof noFrame, nullptr, &pending[i]);
+        }
+    }
+    ~DeafClient()
+    {
+        if (connected()) CloseHandle(pipe_);
+    }
+    DeafClient(const DeafClient&) = delete;
+    DeafClient& operator=(const DeafClient&) = delete;
+
+    bool connected() const noexcept { return pipe_ != INVALID_HANDLE_VALUE; }
+
+ private:
+    static constexpr int most = 500;
+    HANDLE pipe_;
+};
+
+struct Group
+{
+    std::string name;
+    std::function<double()> measure;
+    std::size_t comparedWith;  // the row of the same crew without more of them
+    Series perSecond{};
+    Series ratio{};  // to the other row's figure in the same turn
+};
+
+std::vector<Group> groups(crew::Crew& crew)
+{
+    std::vector<Group> all;
+    for (const int count : {1, 2, 4, 8, 16})
+        all.push_back({std::to_string(count) + (count == 1 ? " process" : " processes"),
+                       [&crew, count] { return crew.perSecond(0, count); }, 0});
+    const std::size_t four = 2;
+    all.push_back({"4 processes, another stands still in a call",
+                   [&crew] {
+                       crew.stall(processes - 1);
+                       const double result = crew.perSecond(0, 4);
+                       crew.wake(processes - 1);
+                       return result;
+                   },
+                   four});
+    all.push_back({"4 processes, another never reads",
+                   [&crew] {
+                       const DeafClient deaf;
+                       return crew.perSecond(0, 4);
+                   },
+                   four});
+    const std::size_t single = all.size();
+    for (const int count : {1, 2, 4, 8})
+        all.push_back({std::to_string(count) + (count == 1 ? " thread" : " threads in one process"),
+                       [&crew, count] { return crew.perSecond(processes, count); }, single});
+    return all;
+}
+
+int run(const Options& options)
+{
+    crew::Crew crew;
+    bool ready = true;
+    for (int i = 0; i < processes; ++i)
+        ready = ready && crew.add();
+    if (!ready || !crew.add(threads)) {
+        std::printf("bench: the clients do not start\n");
+        return 1;
+    }
+    std::vector<Group> all = groups(crew);
+    const int rounds = options.rounds ? options.rounds : turns;
+    for (int turn = 0; turn < rounds; ++turn)
+        for (Group& group : all) {
+            group.perSecond.times.push_back(group.measure());
+            group.ratio.times.push_back(group.perSecond.times.back() /
+                                        all[group.comparedWith].perSecond.times.back());
+        }
+
+    std::printf("throughput, calls a second of all clients together, median of %d turns\n", rounds);
+    std::printf("  %-48s %10s %10s\n", "", "calls/s", "ratio");
+    Json rows = Json::array();
+    double lowest = 1;
+    for (Group& group : all) {
+        const double calls = group.perSecond.median();
+        const double ratio = group.ratio.median();
+        lowest = std::min(lowest, ratio);
+        std::printf("  %-48s %10.0f %10.2f\n", group.name.c_str(), calls, ratio);
+        rows.push_back({{"name", group.name}, {"calls_per_second", calls}, {"ratio", ratio}});
+    }
+    const Json goals = printGoals({{"calls lost by adding a client, part of the whole", 1 - lowest, 0.1}});
+    saveJson(options.json, {{"bench", "throughput"}, {"rows", rows}, {"goals", goals}});
+    return 0;
+}
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    if (crew::isWorker(count, arguments)) return crew::workAs(arguments, ask);
+    LogDeviceDel(device);
+    if (const long result = LogDeviceCreateFromDef(device, definition); result != 0) {
+        std::printf("bench: the configuration server is needed; start it with kxovasrvx run (result %ld)\n", result);
+        return 1;
+    }
+    const int status = run(Options(count, arguments));
+    LogDeviceDel(device);
+    return status;
+}
