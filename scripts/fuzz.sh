@@ -50,11 +50,11 @@ sources_of() {
 build() {
   local target=$1 sources units=()
   read -ra sources <<<"$(sources_of "$target")"
-  [ "$target" = serverTexts ] || units=(-fshort-wchar -Wl,--wrap=wcslen tests/fuzz/native/units.cpp)
+  [ "$target" = serverTexts ] || units=(-fshort-wchar -Wl,--wrap=wcslen tests/support/native/units.cpp)
   clang++ -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -Wno-ignored-attributes \
-    -include tests/fuzz/native/windows.h -DKXOVAAPI_STATIC -DFUZZ_TARGET="fuzz${target^}" \
-    -Itests/fuzz/native -Itests/fuzz -Itests/fuzz/targets -I$library -I__src -Iframework -Itrace -Iinclude -I. -Iserver \
-    "${units[@]}" tests/fuzz/native/{driver,windows}.cpp "tests/fuzz/targets/$target.cpp" "${sources[@]}" \
+    -include tests/support/native/windows.h -DKXOVAAPI_STATIC -DFUZZ_TARGET="fuzz${target^}" \
+    -Itests/support/native -Itests/fuzz/native -Itests/fuzz -Itests/fuzz/targets -I$library -I__src -Iframework -Itrace -Iinclude -I. -Iserver \
+    "${units[@]}" tests/fuzz/native/driver.cpp tests/support/native/windows.cpp "tests/fuzz/targets/$target.cpp" "${sources[@]}" \
     -o "$out/$target"
 }
 
