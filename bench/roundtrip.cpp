@@ -3,6 +3,7 @@
 // deletes it.
 #include <windows.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -202,7 +203,9 @@ std::vector<Goal> goals(std::vector<Row>& rows)
     goals.push_back(
         {"above the bare channel, in mutex pairs", (whole.net - bare.net) / find(rows, mutexPair)->net, 1.5});
     if (whole.requests && bare.requests)
-        goals.push_back({"requests above the bare channel's", *whole.requests - *bare.requests, 2});
+        // To the decimal that is shown: the first call of a turn may find the server asleep.
+        goals.push_back(
+            {"requests above the bare channel's", std::round(10 * (*whole.requests - *bare.requests)) / 10, 2});
     return goals;
 }
 

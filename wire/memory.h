@@ -63,8 +63,9 @@ static_assert(offsetof(MemoryBlock, requestNumber) == 64 && offsetof(MemoryBlock
 static_assert(offsetof(MemoryBlock, request) == 192 && offsetof(MemoryBlock, reply) == 8512);
 static_assert(sizeof(MemoryBlock) == 16832);
 
-// How often a waiting side looks, and lets others run, before it sleeps: some ten microseconds, which is longer than
-// most requests take, and nothing beside what waking a sleeper costs.
-inline constexpr int looksBeforeSleep = 100;
+// How often a waiting side looks, and lets others run, before it sleeps: some ten microseconds, which is longer than most
+// requests take. Not more, because where all share one processor others may have to wait for it: a yield does not always
+// give way to them.
+inline constexpr int looksBeforeSleep = 30;
 
 }  // namespace wire

@@ -90,7 +90,9 @@ kxonlinx_error PipeTransport::open(const Bounds& bounds) noexcept
     for (;;) {
         // The server may learn who calls, but not act in the caller's name.
         constexpr DWORD flags = FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION;
-        pipe_.reset(CreateFileW(pipeName_, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, flags, nullptr));
+        // Generic rights to write include making instances, which a server grants to nobody.
+        constexpr DWORD access = GENERIC_READ | FILE_WRITE_DATA | FILE_WRITE_ATTRIBUTES;
+        pipe_.reset(CreateFileW(pipeName_, access, 0, nullptr, OPEN_EXISTING, flags, nullptr));
         if (pipe_) return KXONLINX_OK;
         if (const DWORD error = GetLastError(); error != ERROR_PIPE_BUSY) return connectFailure(error);
 

@@ -65,7 +65,11 @@ struct PipeListener::Instance
 };
 
 PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& log)
-    : options_(std::move(options)), maker_(std::move(maker)), log_(log), shared_(std::make_shared<Shared>())
+    : options_(std::move(options)),
+      maker_(std::move(maker)),
+      log_(log),
+      security_(Security::withOwnUser(options_.rights)),
+      shared_(std::make_shared<Shared>())
 {
     options_.waiting = std::clamp(options_.waiting, 1u, static_cast<unsigned>(MAXIMUM_WAIT_OBJECTS - 2));
 }

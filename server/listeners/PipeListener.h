@@ -29,6 +29,9 @@ struct PipeOptions
     // How long a client may leave a reply unread when the pipe is full, before the connection is given up.
     DWORD writeTimeout = 30'000;
 
+    // Who may do what at the pipe, beside the user whom the server runs as.
+    const wchar_t* rights = sddl::channelClients;
+
     // The pipe is only the door: requests and replies go through memory that server and client share.
     bool memory = false;
 };
@@ -70,7 +73,7 @@ class PipeListener
     PipeOptions options_;
     ConversationMaker maker_;
     Log& log_;
-    Security security_{sddl::localClients};
+    Security security_;
     std::shared_ptr<Shared> shared_;
     Handle placeholder_;
     Handle placeholderClient_;

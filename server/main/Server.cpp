@@ -10,12 +10,28 @@ namespace srv {
 
 namespace {
 
-PipeOptions pipeOptions(const std::wstring& name, unsigned waiting, bool memory = false)
+PipeOptions channelDoor(const std::wstring& channelPipe)
+{
+    PipeOptions options;
+    options.name = channelPipe + ::wire::memoryDoorSuffix;
+    options.memory = true;
+    return options;
+}
+
+PipeOptions channelPipe(const std::wstring& name)
 {
     PipeOptions options;
     options.name = name;
-    options.waiting = waiting;
-    options.memory = memory;
+    return options;
+}
+
+// Its clients open it once, do not wait for a free instance, and ask for generic rights.
+PipeOptions registryPipe(const std::wstring& name)
+{
+    PipeOptions options;
+    options.name = name;
+    options.waiting = 16;
+    options.rights = sddl::genericClients;
     return options;
 }
 
@@ -39,20 +55,19 @@ Server::Server(ServerPlaces places, std::shared_ptr<const catalogue::Catalogue> 
       flushEvents_(places_.flushEvents, store_, changes_, log_),
       dispatcher_({store_, *catalogue_, log_, settings_, machine_, keys_, &notifications_}, allOperations()),
       memory_(
-          pipeOptions(places_.channelPipe + ::wire::memoryDoorSuffix, 4, true),
+          channelDoor(places_.channelPipe),
           [this](std::uint64_t id, DWORD process) {
               return std::make_unique<ChannelConversation>(dispatcher_, log_, id, process);
           },
           log_),
       channel_(
-          pipeOptions(places_.channelPipe, 4),
+          channelPipe(places_.channelPipe),
           [this](std::uint64_t id, DWORD process) {
               return std::make_unique<ChannelConversation>(dispatcher_, log_, id, process);
           },
           log_),
-      // Clients open this pipe once and do not wait for a free instance.
       pipe_(
-          pipeOptions(places_.serverPipe, 16),
+          registryPipe(places_.serverPipe),
           [this](std::uint64_t id, DWORD process) {
               return std::make_unique<PipeConversation>(dispatcher_, log_, id, process);
           },

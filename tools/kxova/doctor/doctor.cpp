@@ -1,5 +1,6 @@
 // A run through everything that can be wrong between a program and its server.
 #include "commands.h"
+#include "doctor/access.h"
 #include "doctor/finding.h"
 #include "library/bind.h"
 #include "output.h"
@@ -25,7 +26,21 @@ Findings examine()
     return findings;
 }
 
-void doctor()
+// Who may do what, for the one who has to answer for it.
+std::string showAccess(Json& json)
+{
+    Table table({"OBJECT", "KIND", "WHO MAY WHAT"});
+    json = Json::array();
+    for (const Access& access : examineAccess()) {
+        table.add({access.object, access.kind, access.rights});
+        Json entry = {{"object", access.object}, {"kind", access.kind}, {"rights", access.rights}};
+        if (!access.sddl.empty()) entry["sddl"] = access.sddl;
+        json.push_back(std::move(entry));
+    }
+    return "\n" + table.text();
+}
+
+void doctor(bool verbose)
 {
     Table table({"VERDICT", "WHAT", "FOUND"});
     Json list = Json::array();
@@ -41,7 +56,10 @@ void doctor()
         list.push_back(std::move(json));
         bad = bad || finding.verdict == Verdict::Bad;
     }
-    show({{"findings", list}}, table.text() + (remedies.empty() ? "" : "\n" + remedies));
+    Json json = {{"findings", list}};
+    std::string text = table.text() + (remedies.empty() ? "" : "\n" + remedies);
+    if (verbose) text += showAccess(json["access"]);
+    show(json, text);
     if (bad) throw CLI::RuntimeError(exitFailed);
 }
 
@@ -49,6 +67,9 @@ void doctor()
 
 void addDoctorCommand(CLI::App& app)
 {
-    app.add_subcommand("doctor", "examine everything between a program and its server, with a remedy for what fails")
-        ->callback(doctor);
+    auto* const command = app.add_subcommand(
+        "doctor", "examine everything between a program and its server, with a remedy for what fails");
+    const auto verbose = std::make_shared<bool>(false);
+    command->add_flag("-v,--verbose", *verbose, "show who may do what with the objects that processes share, too");
+    command->callback([verbose] { doctor(*verbose); });
 }
