@@ -91,6 +91,7 @@ bench_roundtrip() {
 
 bench_throughput() {
   start_server
+  start_peers
   run bench_throughput --json "$out/throughput.json"
   stop_all
 }
