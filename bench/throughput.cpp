@@ -1,6 +1,6 @@
 // Calls a second, of all clients together: with 1 to 16 client processes, with 1 to 8 threads in one of them, and with
-// four beside one that stands still. All groups are measured in turns. Needs the configuration server; makes a logical
-// device of its own and deletes it.
+// four beside one that stands still; and with as many processes over a bare message pipe. All groups are measured in
+// turns. Needs the configuration server and bench_peers; makes a logical device of its own and deletes it.
 #include <windows.h>
 
 #include <cstdio>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kxovaapi.h"
+#include "peers/client.h"
 #include "support/crew.h"
 #include "support/measure.h"
 #include "support/options.h"
@@ -21,7 +22,8 @@ constexpr char device[] = "kxova bench";
 constexpr char definition[] = "NX3110.MPI";
 constexpr char parameter[] = "baudrate";
 constexpr int processes = 16;
-constexpr int threads = 8;  // of one more process
+constexpr int threads = 8;                          // of one more process, behind these
+constexpr int bareProcesses = processes + threads;  // the first of as many that use a bare message pipe
 constexpr int turns = 10;
 
 bool ask()
@@ -65,6 +67,7 @@ struct Group
     std::string name;
     std::function<double()> measure;
     std::size_t comparedWith;  // the row of the same crew without more of them
+    bool bare = false;         // shows what the machine itself makes of so many clients
     Series perSecond{};
     Series ratio{};  // to the other row's figure in the same turn
 };
@@ -94,6 +97,10 @@ std::vector<Group> groups(crew::Crew& crew)
     for (const int count : {1, 2, 4, 8})
         all.push_back({std::to_string(count) + (count == 1 ? " thread" : " threads in one process"),
                        [&crew, count] { return crew.perSecond(processes, count); }, single});
+    const std::size_t bare = all.size();
+    for (const int count : {1, 4, 16})
+        all.push_back({std::to_string(count) + " over a bare message pipe",
+                       [&crew, count] { return crew.perSecond(bareProcesses, count); }, bare, true});
     return all;
 }
 
@@ -103,7 +110,10 @@ int run(const Options& options)
     bool ready = true;
     for (int i = 0; i < processes; ++i)
         ready = ready && crew.add();
-    if (!ready || !crew.add(threads)) {
+    ready = ready && crew.add(threads);
+    for (int i = 0; i < processes; ++i)
+        ready = ready && crew.add(1, "bare");
+    if (!ready) {
         std::printf("bench: the clients do not start\n");
         return 1;
     }
@@ -123,7 +133,7 @@ int run(const Options& options)
     for (Group& group : all) {
         const double calls = group.perSecond.median();
         const double ratio = group.ratio.median();
-        lowest = std::min(lowest, ratio);
+        if (!group.bare) lowest = std::min(lowest, ratio);
         std::printf("  %-48s %10.0f %10.2f\n", group.name.c_str(), calls, ratio);
         rows.push_back({{"name", group.name}, {"calls_per_second", calls}, {"ratio", ratio}});
     }
@@ -136,7 +146,8 @@ int run(const Options& options)
 
 int main(int count, char** arguments)
 {
-    if (crew::isWorker(count, arguments)) return crew::workAs(arguments, ask);
+    if (crew::isWorker(count, arguments))
+        return count > 4 ? crew::workAs(arguments, peers::overMessagePipe()) : crew::workAs(arguments, ask);
     LogDeviceDel(device);
     if (const long result = LogDeviceCreateFromDef(device, definition); result != 0) {
         std::printf("bench: the configuration server is needed; start it with kxovasrvx run (result %ld)\n", result);

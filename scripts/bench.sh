@@ -103,6 +103,7 @@ bench_roundtrip() {
 bench_throughput() {
   start_wineserver
   start_server
+  start_peers
   run bench_throughput --json "$out/throughput.json"
   stop_all
 }

@@ -20,20 +20,12 @@ Reply reply;
 
 HANDLE openPipe(const wchar_t* name)
 {
-    return CreateFileW(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-}
-
-std::function<bool()> overMessagePipe()
-{
-    const HANDLE pipe = openPipe(messagePipeName);
-    DWORD mode = PIPE_READMODE_MESSAGE;
-    if (!SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr)) return {};
-    return [pipe] {
-        DWORD count = 0;
-        Request out = request;
-        return TransactNamedPipe(pipe, out.data(), sizeof out, reply.data(), sizeof reply, &count, nullptr) &&
-               count == sizeof reply;
-    };
+    // Between two clients the server may not have made the next instance yet.
+    for (;;) {
+        const HANDLE pipe = CreateFileW(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        if (pipe != INVALID_HANDLE_VALUE || GetLastError() != ERROR_PIPE_BUSY) return pipe;
+        WaitNamedPipeW(name, NMPWAIT_WAIT_FOREVER);
+    }
 }
 
 std::function<bool()> overBytePipe()
@@ -138,6 +130,19 @@ std::function<bool()> overSpinThenWait()
 }
 
 }  // namespace
+
+std::function<bool()> overMessagePipe()
+{
+    const HANDLE pipe = openPipe(messagePipeName);
+    DWORD mode = PIPE_READMODE_MESSAGE;
+    if (!SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr)) return {};
+    return [pipe] {
+        DWORD count = 0;
+        Request out = request;
+        return TransactNamedPipe(pipe, out.data(), sizeof out, reply.data(), sizeof reply, &count, nullptr) &&
+               count == sizeof reply;
+    };
+}
 
 std::vector<Peer> connectPeers()
 {

@@ -22,6 +22,9 @@ inline const std::string sharedTwoEvents = "shared memory, two events";
 inline const std::string sharedSignalAndWait = "shared memory, signal and wait";
 inline const std::string sharedSpinThenWait = "shared memory, yielding spin, then wait";
 
+// Connects over one; nothing if bench_peers does not answer there.
+std::function<bool()> overMessagePipe();
+
 // Connects to all of them; bench_peers has to run. A peer that cannot be had is left out and said so.
 std::vector<Peer> connectPeers();
 

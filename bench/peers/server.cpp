@@ -16,20 +16,26 @@ namespace {
 
 using namespace peers;
 
-void serveMessages()
+void serveMessageClient(HANDLE pipe)
 {
-    const HANDLE pipe =
-        CreateNamedPipeW(messagePipeName, PIPE_ACCESS_DUPLEX, PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE, 1,
-                         sizeof(Reply), sizeof(Request), 0, nullptr);
     Request request;
     const Reply reply{};
+    DWORD count = 0;
+    while (ReadFile(pipe, request.data(), sizeof request, &count, nullptr) &&
+           WriteFile(pipe, reply.data(), sizeof reply, &count, nullptr)) {
+    }
+    CloseHandle(pipe);
+}
+
+// As many clients as come, each on a thread of its own.
+void serveMessages()
+{
     for (;;) {
+        const HANDLE pipe =
+            CreateNamedPipeW(messagePipeName, PIPE_ACCESS_DUPLEX, PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE,
+                             PIPE_UNLIMITED_INSTANCES, sizeof(Reply), sizeof(Request), 0, nullptr);
         ConnectNamedPipe(pipe, nullptr);
-        DWORD count = 0;
-        while (ReadFile(pipe, request.data(), sizeof request, &count, nullptr) &&
-               WriteFile(pipe, reply.data(), sizeof reply, &count, nullptr)) {
-        }
-        DisconnectNamedPipe(pipe);
+        std::thread(serveMessageClient, pipe).detach();
     }
 }
 

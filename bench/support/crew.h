@@ -15,7 +15,7 @@
 
 namespace crew {
 
-inline constexpr int most = 24;
+inline constexpr int most = 48;
 
 struct Worker
 {

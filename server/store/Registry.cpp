@@ -1,6 +1,8 @@
 #include "store/Registry.h"
 
 #include <algorithm>
+#include <mutex>
+#include <shared_mutex>
 
 namespace srv {
 
@@ -16,21 +18,50 @@ std::uint64_t number(const FILETIME& time) noexcept
 
 }  // namespace
 
-std::wstring WindowsRegistry::full(const std::wstring& path) const
+// Where paths begin, and what has to be said to stay in the 32-bit view from there.
+struct WindowsRegistry::From
 {
-    return path.empty() || root_.empty() ? root_ + path : root_ + L'\\' + path;
+    HKEY key;
+    REGSAM view;
+};
+
+LSTATUS WindowsRegistry::openRoot(bool make)
+{
+    const std::lock_guard guard(lock_);
+    constexpr REGSAM access = KEY_READ | KEY_WOW64_32KEY;
+    if (!make) return RegOpenKeyExW(hive_, root_.c_str(), 0, access, rootKey_.put());
+    return RegCreateKeyExW(hive_, root_.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, rootKey_.put(),
+                           nullptr);
 }
 
-LSTATUS WindowsRegistry::open(const std::wstring& path, REGSAM access, Key& key) const
+// Calls `use` with where paths begin. A root key that was deleted since it was opened is opened again, or made if that is
+// wanted, and used once more.
+template <typename Use>
+LSTATUS WindowsRegistry::from(bool make, Use use)
 {
-    return RegOpenKeyExW(hive_, full(path).c_str(), 0, access | KEY_WOW64_32KEY, key.put());
+    if (root_.empty()) return use(From{hive_, KEY_WOW64_32KEY});
+    const auto useRoot = [&] {
+        const std::shared_lock guard(lock_);
+        return rootKey_ ? use(From{rootKey_.get(), 0}) : ERROR_KEY_DELETED;
+    };
+    if (const LSTATUS status = useRoot(); status != ERROR_KEY_DELETED) return status;
+    if (const LSTATUS status = openRoot(make)) return status;
+    return useRoot();
+}
+
+LSTATUS WindowsRegistry::open(const std::wstring& path, REGSAM access, Key& key)
+{
+    return from(false,
+                [&](From root) { return RegOpenKeyExW(root.key, path.c_str(), 0, access | root.view, key.put()); });
 }
 
 LSTATUS WindowsRegistry::createKey(const std::wstring& path)
 {
-    Key key;
-    return RegCreateKeyExW(hive_, full(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                           KEY_WRITE | KEY_WOW64_32KEY, nullptr, key.put(), nullptr);
+    return from(true, [&](From root) {
+        Key key;
+        return RegCreateKeyExW(root.key, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE | root.view,
+                               nullptr, key.put(), nullptr);
+    });
 }
 
 LSTATUS WindowsRegistry::deleteKey(const std::wstring& path)
@@ -40,10 +71,12 @@ LSTATUS WindowsRegistry::deleteKey(const std::wstring& path)
     if (status == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
     for (const Subkey& subkey : below) {
         if (status != ERROR_SUCCESS) return status;
-        status = deleteKey(path + L'\\' + subkey.name);
+        status = deleteKey(path.empty() ? subkey.name : path + L'\\' + subkey.name);
     }
     if (status != ERROR_SUCCESS) return status;
-    status = RegDeleteKeyExW(hive_, full(path).c_str(), KEY_WOW64_32KEY, 0);
+    status = path.empty()
+                 ? RegDeleteKeyExW(hive_, root_.c_str(), KEY_WOW64_32KEY, 0)
+                 : from(false, [&](From root) { return RegDeleteKeyExW(root.key, path.c_str(), root.view, 0); });
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Lock.h"
 #include "base/Owner.h"
 
 namespace srv {
@@ -56,7 +57,9 @@ class Registry
     virtual LSTATUS flush() = 0;
 };
 
-// The real one, in the 32-bit view. The root key is made when something is to be written and it is missing.
+// The real one, in the 32-bit view. The root key is made when something is to be written and it is missing. It is kept
+// open, because under Wine finding a key in the 32-bit view takes two requests for each part of its path; with an empty
+// root, the hive itself, every path is looked up.
 class WindowsRegistry : public Registry
 {
  public:
@@ -75,11 +78,17 @@ class WindowsRegistry : public Registry
     const std::wstring& root() const noexcept { return root_; }
 
  private:
-    std::wstring full(const std::wstring& path) const;
-    LSTATUS open(const std::wstring& path, REGSAM access, Key& key) const;
+    struct From;
+
+    template <typename Use>
+    LSTATUS from(bool make, Use use);
+    LSTATUS openRoot(bool make);
+    LSTATUS open(const std::wstring& path, REGSAM access, Key& key);
 
     HKEY hive_;
     std::wstring root_;
+    Lock lock_;  // shared while the root key is used
+    Key rootKey_;
 };
 
 }  // namespace srv

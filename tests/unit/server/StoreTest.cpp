@@ -302,6 +302,23 @@ TEST(WindowsRegistry, Store_liesInThe32BitView)
               ERROR_FILE_NOT_FOUND);
 }
 
+TEST(WindowsRegistry, RootDeletedByOthers_isMissingAndMadeAgainWithTheNextKey)
+{
+    const TestKey key;
+    srv::WindowsRegistry registry(HKEY_CURRENT_USER, key.path());
+    ASSERT_EQ(registry.createKey(L"sub"), ERROR_SUCCESS);
+    ASSERT_EQ(RegDeleteTreeW(HKEY_CURRENT_USER, key.path().c_str()), ERROR_SUCCESS);
+
+    std::vector<srv::RawValue> values;
+    EXPECT_EQ(registry.values(L"sub", values), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(registry.setValue(L"sub", L"a", REG_SZ, {}), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(registry.deleteKey(L"sub"), ERROR_SUCCESS);
+    EXPECT_EQ(registry.createKey(L"sub"), ERROR_SUCCESS);
+    EXPECT_EQ(registry.setValue(L"sub", L"a", REG_SZ, {}), ERROR_SUCCESS);
+    EXPECT_EQ(registry.values(L"sub", values), ERROR_SUCCESS);
+    EXPECT_EQ(values.size(), 1u);
+}
+
 TEST_F(StoreTest, ClearNdi_takesAllNdiValuesAndNothingElse)
 {
     ASSERT_EQ(store.create(Device, L"Dev", content), 0u);
