@@ -42,10 +42,11 @@ class Conversation
         answered_ = 0;
     }
     std::uint64_t answers() const { return answers_; }
+    std::uint64_t bytes() const { return bytes_; }
 
     FakeChannel::Exchange exchange(std::uint16_t opcode)
     {
-        if (mayBeHostile()) return hostileExchange(opcode, arguments.capacities(), random);
+        if (mayBeHostile()) return counted(hostileExchange(opcode, arguments.capacities(), random));
         FakeChannel::Exchange end;
         end.frame.resize(wire::frameHeaderLength);
         end.frame.insert(end.frame.end(), std::begin(noMoreItems), std::end(noMoreItems));
@@ -54,7 +55,11 @@ class Conversation
     }
     Bytes payload(std::uint16_t opcode)
     {
-        if (mayBeHostile()) return hostilePayload(opcode, arguments.capacities(), random);
+        if (mayBeHostile()) {
+            Bytes payload = hostilePayload(opcode, arguments.capacities(), random);
+            bytes_ += payload.size();
+            return payload;
+        }
         return {std::begin(noMoreItems), std::end(noMoreItems)};
     }
 
@@ -63,6 +68,11 @@ class Conversation
     static constexpr std::uint32_t endless = 20'000;
     static constexpr std::uint8_t noMoreItems[] = {4, 0, 3, 1, 0, 0};
 
+    FakeChannel::Exchange counted(FakeChannel::Exchange exchange)
+    {
+        bytes_ += exchange.frame.size();
+        return exchange;
+    }
     bool mayBeHostile()
     {
         ++answers_;
@@ -73,6 +83,7 @@ class Conversation
 
     std::uint32_t answered_ = 0;
     std::uint64_t answers_ = 0;
+    std::uint64_t bytes_ = 0;
 };
 
 // Chooses functions: those that have been tried and ask the server nothing come up rarely.
@@ -146,9 +157,7 @@ TEST(HostileReplies, DoNotHarmTheCaller)
         }
     }
     channel.reset();
-    RecordProperty("calls", static_cast<int>(rounds));
-    RecordProperty("replies", static_cast<int>(conversation.answers()));
-    std::printf("%lu calls, %llu replies\n", static_cast<unsigned long>(rounds), conversation.answers());
+    fuzzing::figure("replies", conversation.answers(), conversation.bytes());
 }
 
 }  // namespace
