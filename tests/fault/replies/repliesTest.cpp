@@ -8,7 +8,8 @@
 #include "Function.h"
 #include "HostilePipe.h"
 #include "hostileReply.h"
-#include "program.h"
+#include "registryText.h"
+#include "traceCapture.h"
 #include "wire/frame.h"
 
 Functions allFunctions()
@@ -135,10 +136,9 @@ TEST(HostileReplies, AreTriedOnEveryExportedFunction)
     EXPECT_THAT(tried, testing::ContainerEq(exported));
 }
 
-TEST(HostileReplies, DoNotHarmTheCaller)
+// Each function several times in turn: enumerations go on from index to index.
+void callEverything(const char* figure, std::uint32_t rounds)
 {
-    // Each function several times in turn: enumerations go on from index to index.
-    const std::uint32_t rounds = fuzzing::rounds(8000);
     fuzzing::tellCrashes(rounds);
     FakeChannel& channel = *fakeChannel();
     channel.reset();
@@ -157,7 +157,20 @@ TEST(HostileReplies, DoNotHarmTheCaller)
         }
     }
     channel.reset();
-    fuzzing::figure("replies", conversation.answers(), conversation.bytes());
+    fuzzing::figure(figure, conversation.answers(), conversation.bytes());
+}
+
+TEST(HostileReplies, DoNotHarmTheCaller)
+{
+    callEverything("replies", fuzzing::rounds(8000));
+}
+
+TEST(HostileReplies, DoNotHarmTheTraceThatShowsThem)
+{
+    const TraceCapture capture;
+    // Formatted, then held back: showing a line takes a hundred times as long.
+    const RegistryText filter(R"(Software\TAVRONE\NORIX\TrcParams)", "Module", "none");
+    callEverything("traced", fuzzing::rounds(800));
 }
 
 }  // namespace
