@@ -3,7 +3,7 @@
 # says for how long; at 10 there are a million replies and a hundred thousand requests. KXOVA_FUZZ_SEED repeats a run; it
 # is the time otherwise. Prints one table, and fails if anything crashed, broke a promise, was lost or changed.
 set -uo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/.." || exit
 # shellcheck disable=SC1091
 . scripts/wine-env.sh
 
@@ -19,9 +19,10 @@ cmake --build --preset x86 --target soak_writer >"$out/build.log" 2>&1 || { tail
 
 wineserver -k 2>/dev/null || true
 server_pid=
+# shellcheck disable=SC2317  # called at the end
 finish() {
   [ -z "$server_pid" ] || kill -9 "$server_pid" 2>/dev/null
-  [ -z "${native_pid:-}" ] || kill "$native_pid" 2>/dev/null
+  [ -z "${native_pid:-}" ] || kill -- "-$native_pid" 2>/dev/null
   wineserver -k || true
 }
 trap finish EXIT
@@ -60,9 +61,10 @@ start_server() {
   server_pid=$!
   for _ in $(seq 1 300); do
     grep -q '^kxovasrvx: ready' "$log" && return 0
+    kill -0 "$server_pid" 2>/dev/null || break
     sleep 0.05
   done
-  echo "soak: the server does not start" >&2
+  echo "soak: the server does not start: $(head -1 "$log")" >&2
   return 1
 }
 
@@ -92,12 +94,12 @@ restarts() {
     "$(figures "$log" writers 9)"
 }
 
-native() { scripts/fuzz.sh -s $((seconds / 20 + 1)) >"$out/native.log" 2>&1; }
-native &
+setsid scripts/fuzz.sh -s $((seconds / 20 + 1)) >"$out/native.log" 2>&1 &  # a process group of its own
 native_pid=$!
 
 restarts $((seconds / 4))
-fuzzed "hostile replies, every export" replies $((minutes * 65000)) build/x86/wire/fault_replies.exe '*DoNotHarm*'
+fuzzed "hostile replies, every export" replies $((minutes * 65000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheCaller'
+fuzzed "the same with the trace on" traced $((minutes * 2000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheTrace*'
 fuzzed "damaged requests, every operation" requests $((minutes * 10000)) build/x64/bin/fault_requests.exe 'DamagedRequests.AreAnswered*'
 fuzzed "damaged messages on the pipe" messages $((minutes * 2000)) build/x64/bin/fault_requests.exe '*ConnectionThatSurvives'
 

@@ -41,13 +41,18 @@ class Writer
     // Results of a server that has made up its mind.
     static bool isAnswer(long result) { return result == 0 || result == DCFG_ERR_NOT_FOUND || result == 183; }
 
-    // Asks until somebody answers.
+    // Asks until somebody answers; a server that never comes back is told by the missing figures.
     template <typename Request>
     long answered(Request request)
     {
-        for (;;) {
+        constexpr DWORD patience = 60'000;
+        for (const DWORD start = GetTickCount();;) {
             const long result = request();
             if (isAnswer(result)) return result;
+            if (GetTickCount() - start > patience) {
+                std::printf("no answer for a minute: result %ld\n", result);
+                std::exit(3);
+            }
             Sleep(20);
         }
     }
