@@ -31,7 +31,7 @@ table=()
 failures=0
 # row PART ROUNDS BYTES FAULTS LOST
 row() {
-  table+=("$(printf '%-34s %12s %14s %8s %16s' "$@")")
+  table+=("$(printf '%-38s %12s %14s %8s %16s' "$@")")
   [ "$4" = 0 ] && [ "${5/-/0}" = 0 ] || failures=$((failures + 1))
 }
 # figures LOG WHAT COLUMN: the sum of a column of what programs said
@@ -101,7 +101,8 @@ restarts $((seconds / 4))
 fuzzed "hostile replies, every export" replies $((minutes * 65000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheCaller'
 fuzzed "the same with the trace on" traced $((minutes * 2000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheTrace*'
 fuzzed "damaged requests, every operation" requests $((minutes * 10000)) build/x64/bin/fault_requests.exe 'DamagedRequests.AreAnswered*'
-fuzzed "damaged messages on the pipe" messages $((minutes * 2000)) build/x64/bin/fault_requests.exe '*ConnectionThatSurvives'
+fuzzed "damaged messages on the server pipe" messages $((minutes * 2000)) build/x64/bin/fault_requests.exe 'DamagedMessages.AreAnswered*'
+fuzzed "damaged frames on the channel" frames $((minutes * 1000)) build/x64/bin/fault_requests.exe 'DamagedFrames.*'
 
 log=$out/lifecycle.log
 faults=0
@@ -113,6 +114,6 @@ wait "$native_pid" || { faults=1; grep -A12 FOUND "$out/native.log"; }
 native_pid=
 row "native, with sanitizers" "$(awk '{ for (i = 1; i < NF; i++) if ($i == "Done") sum += $(i + 1) } END { print sum + 0 }' "$out/native.log")" - "$faults" -
 
-printf '\n%-34s %12s %14s %8s %16s\n' "soak, seed $KXOVA_FUZZ_SEED" rounds bytes faults "lost or changed"
+printf '\n%-38s %12s %14s %8s %16s\n' "soak, seed $KXOVA_FUZZ_SEED" rounds bytes faults "lost or changed"
 printf '%s\n' "${table[@]}"
 exit $((failures > 0))
