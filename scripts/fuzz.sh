@@ -50,7 +50,7 @@ sources_of() {
 build() {
   local target=$1 sources units=()
   read -ra sources <<<"$(sources_of "$target")"
-  [ "$target" = serverTexts ] || units=(-fshort-wchar -Wl,--wrap=wcslen tests/support/native/units.cpp)
+  [ "$target" = serverTexts ] || units=(-fshort-wchar -Xlinker --wrap=wcslen tests/support/native/units.cpp)
   clang++ -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -Wno-ignored-attributes \
     -include tests/support/native/windows.h -DKXOVAAPI_STATIC -DFUZZ_TARGET="fuzz${target^}" \
     -Itests/support/native -Itests/fuzz/native -Itests/fuzz -Itests/fuzz/targets -I$library -I__src -Iframework -Itrace -Iinclude -I. -Iserver \

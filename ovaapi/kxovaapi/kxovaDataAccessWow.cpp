@@ -11,7 +11,7 @@ long DCFG_GetParameterMetaData(const char* folder, const char* subfolder, const 
     if (missing(folder) || missing(parameter) || !length) return ERROR_INVALID_PARAMETER;
     Reply reply = call.request(opcode::GetParameterMetaData, folder, subfolder, item, parameter, Capacity{length});
     if (reply.orReadFault().ok()) {
-        if (reply.plainText(buffer, length).ok()) KX_DETAIL(call, "value %s ", buffer);
+        if (reply.plainText(buffer, length).ok()) KX_DETAIL(call, "value %s ", readText(buffer, length));
         KX_DETAIL(call, "lResult %d neededBufLen %d ", static_cast<int>(reply.status()), dec(*length));
     }
     return reply.done();

@@ -51,7 +51,8 @@ long Panel_LldpGetEnumValue(unsigned long index, char* name, unsigned long* pNam
                             unsigned long* pValueLen)
 {
     ApiCall call("DCFG_LldpGetValue: ");
-    KX_ENTRY(call, ">> folder %s index %d parameter %s", lldpSubfolder, dec(index), name);
+    KX_ENTRY(call, ">> folder %s index %d parameter %.*s", lldpSubfolder, dec(index), textLength(name, pNameLen),
+             name);
     if (!pNameLen || !pValueLen) return ERROR_INVALID_PARAMETER;
     return call
         .request(opcode::LldpGetEnumValue, lldpSubfolder, nullptr, lldpFolder, index, textCapacity, textCapacity)
@@ -71,6 +72,6 @@ long LogNameGetValueLang(const char* lpszLogName, const char* lpszParameter, con
     reply.orInvalidResponse().plainText(value, pLen);
     if (reply.ended()) return reply.status();
     KX_RESULT(call, "<< return ret=%x lpszLogName=%s lpszParameter=%s lpszValue=%s", hex(reply.status()), lpszLogName,
-              lpszParameter, reply.ok() ? value : "");
+              lpszParameter, reply.ok() ? readText(value, pLen) : "");
     return reply.status();
 }

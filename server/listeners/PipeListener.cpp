@@ -4,6 +4,7 @@
 #include <exception>
 #include <mutex>
 #include <new>
+#include <utility>
 
 #include "base/Text.h"
 #include "listeners/MemoryConnection.h"
@@ -76,10 +77,10 @@ PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& lo
 
 DWORD PipeListener::start()
 {
-    if (const DWORD error = takeName()) return error;
     std::vector<std::unique_ptr<Instance>> waiting;
-    for (unsigned i = 0; i < options_.waiting; ++i)
-        if (const DWORD error = addInstance(waiting)) return error;
+    if (const DWORD error = takeName(waiting)) return error;
+    while (waiting.size() < options_.waiting)
+        if (const DWORD error = addInstance(waiting, makeInstance(0))) return error;
     auto handedOver = std::make_shared<std::vector<std::unique_ptr<Instance>>>(std::move(waiting));
     return acceptor_.start([this, handedOver] { accept(std::move(*handedOver)); }) ? ERROR_SUCCESS
                                                                                    : ERROR_NOT_ENOUGH_MEMORY;
@@ -96,20 +97,29 @@ Handle PipeListener::makeInstance(DWORD flags)
 
 // An instance whose client is this server itself. It keeps the name in being while there is no other instance:
 // clients then find a pipe that is busy, not one that is missing. And as the first instance it shows that the name is
-// ours.
-DWORD PipeListener::takeName()
+// ours. A client that waited for the server can get into an instance before the server itself does: then that is one of
+// those that serve, and the next is tried.
+DWORD PipeListener::takeName(std::vector<std::unique_ptr<Instance>>& waiting)
 {
-    placeholder_ = makeInstance(FILE_FLAG_FIRST_PIPE_INSTANCE);
-    if (!placeholder_) return GetLastError();
-    placeholderClient_.reset(CreateFileW(options_.name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    return placeholderClient_ ? ERROR_SUCCESS : GetLastError();
+    constexpr std::size_t mostClientsBefore = 32;
+    DWORD flags = FILE_FLAG_FIRST_PIPE_INSTANCE;
+    while (waiting.size() < mostClientsBefore) {
+        placeholder_ = makeInstance(std::exchange(flags, 0));
+        if (!placeholder_) return GetLastError();
+        placeholderClient_.reset(
+            CreateFileW(options_.name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        if (placeholderClient_) return ERROR_SUCCESS;
+        if (GetLastError() != ERROR_PIPE_BUSY) return GetLastError();
+        if (const DWORD error = addInstance(waiting, std::move(placeholder_))) return error;
+    }
+    return ERROR_PIPE_BUSY;
 }
 
-DWORD PipeListener::addInstance(std::vector<std::unique_ptr<Instance>>& waiting)
+DWORD PipeListener::addInstance(std::vector<std::unique_ptr<Instance>>& waiting, Handle pipe)
 {
+    if (!pipe) return GetLastError();
     auto instance = std::make_unique<Instance>();
-    instance->pipe = makeInstance(0);
-    if (!instance->pipe) return GetLastError();
+    instance->pipe = std::move(pipe);
     if (const DWORD error = instance->listen()) return error;
     waiting.push_back(std::move(instance));
     return ERROR_SUCCESS;
@@ -153,7 +163,7 @@ void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting, st
 {
     while (waiting.size() < options_.waiting &&
            connections() + arriving + waiting.size() < options_.mostConnections) {
-        const DWORD error = addInstance(waiting);
+        const DWORD error = addInstance(waiting, makeInstance(0));
         if (error != ERROR_SUCCESS && !complained_) {
             log_.error("%s: no further instance: %s", utf8(options_.name).c_str(), systemMessage(error).c_str());
         }

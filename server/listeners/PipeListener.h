@@ -62,8 +62,8 @@ class PipeListener
     struct Instance;
 
     Handle makeInstance(DWORD flags);
-    DWORD takeName();
-    DWORD addInstance(std::vector<std::unique_ptr<Instance>>& waiting);
+    DWORD takeName(std::vector<std::unique_ptr<Instance>>& waiting);
+    DWORD addInstance(std::vector<std::unique_ptr<Instance>>& waiting, Handle pipe);
     void accept(std::vector<std::unique_ptr<Instance>> waiting) noexcept;
     bool acceptOne(std::vector<std::unique_ptr<Instance>>& waiting);
     void replenish(std::vector<std::unique_ptr<Instance>>& waiting, std::size_t arriving);

@@ -182,6 +182,11 @@ std::string damagedText(std::string text, std::span<const char* const> tokens, R
     return text;
 }
 
+void figure(const char* what, std::uint64_t rounds, std::uint64_t bytes)
+{
+    std::printf("figure: %s %llu rounds %llu bytes\n", what, rounds, bytes);
+}
+
 void under(const char* what, std::uint32_t round) noexcept
 {
     std::snprintf(now.what, sizeof now.what, "%s", what);

@@ -47,6 +47,9 @@ void damage(Bytes& bytes, Random& random, std::size_t longest);
 // The same for the text of a file; `tokens` are put in where something else stood.
 std::string damagedText(std::string text, std::span<const char* const> tokens, Random& random);
 
+// Prints what a test has done, in the form that the soak adds up.
+void figure(const char* what, std::uint64_t rounds, std::uint64_t bytes);
+
 // What is under way, for the message of a crash. The text is copied.
 void under(const char* what, std::uint32_t round) noexcept;
 

@@ -73,7 +73,7 @@ long LogDeviceGetAsicType(const char* lpszLogDevice, char* buffer, unsigned long
     long result = ERROR_SUCCESS;
     if (!rawValue(lpszLogDevice, "DeviceID", deviceId, result)) return call.done(result);
     result = DCFG_GetBoardAttribute(deviceId, "Asic_Type", buffer, length);
-    KX_DETAIL(call, "lRet=%x ASIC=%s", hex(result), buffer);
+    KX_DETAIL(call, "lRet=%x ASIC=%.*s", hex(result), textLength(buffer, &capacity), buffer);
     if (result != ERROR_SUCCESS || _stricmp(deviceId, specialBoard) != 0) return call.done(result);
 
     char device[textCapacity] = {};

@@ -181,7 +181,7 @@ long LogDeviceGetValueLang(const char* lpszLogDevice, const char* lpszParameter,
     reply.orInvalidResponse().plainText(buffer, length);
     if (reply.ok()) {
         KX_RESULT(call, "<< return lpszLogDevice=%s lpszParameter=%s lpszValue=%s", lpszLogDevice, lpszParameter,
-                  buffer);
+                  readText(buffer, length));
     }
     return reply.done();
 }

@@ -30,7 +30,7 @@ void tracedText(const ApiCall& call, Reply& reply, const char* format, char* buf
     if (!reply.ok()) return;
     reply.plainText(buffer, length);
     if (TrcEnabled(TRC_RESULT)) {
-        call.site().trace(TRC_RESULT, format, hex(reply.status()), reply.ok() && buffer ? buffer : "");
+        call.site().trace(TRC_RESULT, format, hex(reply.status()), reply.ok() ? readText(buffer, length) : "");
     }
 }
 
@@ -62,7 +62,7 @@ long DCFG_BoardGetResourceString(const char* folder, const char* subfolder, cons
     Reply reply =
         call.request(opcode::BoardGetResourceString, folder, subfolder, stringId, language, *pLen, attributeMarker);
     if (reply.orReadFault().plainText(value, pLen).ok()) {
-        KX_DETAIL(call, "value %s ", value);
+        KX_DETAIL(call, "value %s ", readText(value, pLen));
         KX_DETAIL(call, "lResult %d ValueLen %d ", static_cast<int>(reply.status()), dec(*pLen));
     }
     return reply.done();

@@ -11,11 +11,14 @@ namespace {
 
 struct DamagedRequests : FuzzedServer
 {
+    std::uint64_t bytes = 0;
+
     void askDamaged(const SoundRequest& sound, fuzzing::Random& random, std::uint32_t round)
     {
         const auto operation = std::ranges::find(srv::allOperations(), sound.opcode, &srv::Operation::opcode);
         fuzzing::under(operation->name, round);
         const Bytes request = damaged(sound, random);
+        bytes += request.size();
         const srv::Via via = random.oneIn(32) ? srv::Via::Pipe : sound.via;
         SCOPED_TRACE(fuzzing::whereabouts());
         expectWellFormed(request, ask(session(via), request));
@@ -69,7 +72,7 @@ TEST_F(DamagedRequests, AreAnsweredAndTheServerStaysInOrder)
         beginAnew();
     }
     expectNothingWrittenElsewhere();
-    RecordProperty("requests", static_cast<int>(rounds));
+    fuzzing::figure("requests", rounds, bytes);
 }
 
 }  // namespace

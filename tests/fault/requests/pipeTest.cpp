@@ -37,12 +37,14 @@ TEST_F(DamagedMessages, AreAnsweredOnAConnectionThatSurvives)
     const std::vector<SoundRequest> sound = requests();
     PipeClient bystander = connect();
     PipeClient client = connect();
+    std::uint64_t bytes = 0;
     for (std::uint32_t round = 0; round < rounds; ++round) {
         fuzzing::under("the server pipe", round);
         SCOPED_TRACE(fuzzing::whereabouts());
         Bytes message = damaged(random.of(sound), random);
         if (random.oneIn(16)) fuzzing::damage(message, random, 40'000);
         if (message.empty()) continue;
+        bytes += message.size();
         const Bytes answer = client.ask(message);
         ASSERT_GE(answer.size(), 6u);
         ASSERT_EQ(Bytes(answer.begin(), answer.begin() + 2), u16(4));
@@ -50,6 +52,7 @@ TEST_F(DamagedMessages, AreAnsweredOnAConnectionThatSurvives)
         ASSERT_NO_FATAL_FAILURE(expectInOrder(client));
         ASSERT_NO_FATAL_FAILURE(expectInOrder(bystander));
     }
+    fuzzing::figure("messages", rounds, bytes);
 }
 
 TEST_F(DamagedMessages, OfClientsThatLeaveWithoutReading_disturbNobody)

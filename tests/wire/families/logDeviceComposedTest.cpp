@@ -78,6 +78,17 @@ TEST_F(LogDeviceCalls, GetAsicType_isTheBoardsAttribute)
     EXPECT_EQ(capture.of("LogDeviceGetAsicType:"), expected);
 }
 
+TEST_F(LogDeviceCalls, GetAsicType_failureTracesNothingBehindTheCallersBuffer)
+{
+    channel.answer(textReply("*TVRA002"));
+    channel.answer(resultReply(8012).bytes());
+    const TraceCapture capture("0x40");
+    out.texts[0].reset(3);
+    EXPECT_EQ(LogDeviceGetAsicType("Line 1", out.texts[0], out.texts[0]), 8012);
+    EXPECT_EQ(capture.of("LogDeviceGetAsicType:"),
+              (std::vector<TraceLine>{{"FM", "LogDeviceGetAsicType:", "lRet=1f4c ASIC=UUU"}}));
+}
+
 TEST_F(LogDeviceCalls, GetAsicType_specialDeviceOfTheSpecialBoardHasItsOwn)
 {
     channel.answer(textReply("*tvra010"));

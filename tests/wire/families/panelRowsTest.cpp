@@ -90,6 +90,15 @@ const RefusedRow refused[] = {
 
 INSTANTIATE_TEST_SUITE_P(Panel, RefusedTest, testing::ValuesIn(refused), refusedName);
 
+TEST_F(CallsTest, LldpGetEnumValue_entryShowsNothingBehindTheNameBuffer)
+{
+    const TraceCapture capture("0x8");
+    out.texts[0].reset(3);
+    Panel_LldpGetEnumValue(2, out.texts[0], out.texts[0], out.texts[1], out.texts[1]);
+    EXPECT_EQ(capture.of("DCFG_LldpGetValue:"),
+              (std::vector<TraceLine>{{"FA", "DCFG_LldpGetValue:", ">> folder data index 2 parameter UUU"}}));
+}
+
 TEST_F(CallsTest, LldpGetEnumValue_entryShowsWhatTheNameBufferHolds)
 {
     char name[16] = "before";
