@@ -34,7 +34,9 @@ LocalTransport::LocalTransport(const wchar_t* name, bool memoryWanted) noexcept
 kxonlinx_error LocalTransport::connect(const Bounds& bounds) noexcept
 {
     if (memoryWanted_) {
-        const kxonlinx_error error = memory_.connect(bounds);
+        kxonlinx_error error = memory_.connect(bounds);
+        // A door that closes in the client's face was that of a server just ending; there may be another by now.
+        if (error == KXONLINX_CONNECTION_LOST) error = memory_.connect(bounds);
         if (error == KXONLINX_OK || isFinal(error)) return error;
     }
     return pipe_.connect(bounds);

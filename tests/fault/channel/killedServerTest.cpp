@@ -44,4 +44,29 @@ TEST_F(KilledServer, KilledDuringACall_isLostAndFoundAgain)
     EXPECT_EQ(call(channel, request), answered(frames::echo(request)));
 }
 
+TEST_F(KilledServer, Suspended_timesOutWithinTheBound)
+{
+    const CallBound bound(L"300");
+    const OpenChannel channel(name);
+    ASSERT_EQ(call(channel, request), answered(frames::echo(request)));
+    server.suspend();
+    EXPECT_EQ(call(channel, request), failed(KXONLINX_TIMED_OUT));
+}
+
+#ifdef KXONLINX_TEST_OVER_MEMORY
+// The pipe's system would not say whether a request was begun; the memory does.
+TEST_F(KilledServer, KilledBeforeItBegan_theNextServerIsAsked)
+{
+    const OpenChannel channel(name);
+    ASSERT_EQ(call(channel, request), answered(frames::echo(request)));
+    server.suspend();
+    Outcome outcome{};
+    std::thread caller([&] { outcome = call(channel, request); });
+    ServerProcess next(name);
+    server.kill();
+    caller.join();
+    EXPECT_EQ(outcome, answered(frames::echo(request)));
+}
+#endif
+
 }  // namespace

@@ -37,6 +37,7 @@ class ServerProcess
     {
         const platform::KernelObject ready(
             CreateEventW(nullptr, TRUE, FALSE, serverProcess::readyEventName(channel_).c_str()));
+        ResetEvent(ready.get());  // another server of the channel may still have it
         std::wstring command = L"channel_test_server.exe " + channel_ + L" " +
                                std::to_wstring(GetCurrentProcessId()) +
                                (testedCarrier == Carrier::Memory ? L" memory" : L" pipe");
@@ -53,6 +54,15 @@ class ServerProcess
         if (WaitForMultipleObjects(2, ends, FALSE, INFINITE) != WAIT_OBJECT_0) {
             throw std::runtime_error("channel_test_server.exe ended");
         }
+    }
+
+    // Stops it from running, while it stays there.
+    void suspend()
+    {
+        using Suspend = LONG WINAPI(HANDLE);
+        const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+        reinterpret_cast<Suspend*>(reinterpret_cast<void*>(GetProcAddress(system, "NtSuspendProcess")))(
+            process_.get());
     }
 
     // Without warning, whatever it is doing; its pipes are gone when this returns.

@@ -90,7 +90,9 @@ TEST_F(SilentServer, SecondAnswerToOneRequest_isNeverTakenForTheNextOne)
         connection.write(frames::echo(request));
         SetEvent(written.get());
     });
-    ASSERT_EQ(call(channel, frames::request(33, {1})).result, 0);
+    const Bytes first = frames::request(33, {1});
+    // In memory the second may have come before the first was looked at: then neither counts.
+    EXPECT_THAT(call(channel, first), testing::AnyOf(answered(frames::echo(first)), failed(KXONLINX_BAD_REPLY)));
     WaitForSingleObject(written.get(), INFINITE);
 
     const Bytes next = frames::request(33, {2});

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string>
+#include <thread>
 
 #include "handle_count.h"
 #include "Kxotrc.h"
@@ -208,6 +209,17 @@ TEST(PipeClient, LockHeldByAnotherProcess_theRequestWaitsForIt)
     EXPECT_TRUE(server.requests().empty());
     ReleaseMutex(mutex);
     EXPECT_EQ(endOf(other), 0u);
+}
+
+TEST(PipeClient, LockAbandonedByAnEndedThread_isTakenOver)
+{
+    ScriptedPipe server;
+    server.answerAll([](const Bytes& request) { return request; });
+    const Owned mutex(CreateMutexA(nullptr, FALSE, pipeMutexName));
+    std::thread([&] { WaitForSingleObject(mutex, INFINITE); }).join();
+    Kxovapipe client(nullptr);
+    EXPECT_EQ(exchange(client), 0u);
+    EXPECT_EQ(exchange(client), 0u);
 }
 
 // Counted while no server is there, whose own handles come and go.

@@ -49,3 +49,17 @@ class LifecycleTest : public testing::Test
     LifecycleTest() : channel(*fakeChannel()) { channel.reset(); }
     FakeChannel& channel;
 };
+
+inline HWND eventWindow()
+{
+    return FindWindowA("KXOVAAPIWOW", nullptr);
+}
+
+// The call that asks for the window waits only a moment for it; on a busy machine it comes up later.
+inline HWND awaitEventWindow()
+{
+    constexpr DWORD bound = 20000;
+    for (const DWORD start = GetTickCount(); !eventWindow() && GetTickCount() - start < bound;)
+        Sleep(1);
+    return eventWindow();
+}
