@@ -58,7 +58,7 @@ start() {
 start_wineserver() {
   wineserver -k 2>/dev/null || true
   wineserver -w || true
-  taskset -c 0 wineserver -f &
+  "${alone[@]}" wineserver -f &
   pids+=($!)
   sleep 0.3
 }
