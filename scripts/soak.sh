@@ -99,7 +99,6 @@ native_pid=$!
 
 restarts $((seconds / 4))
 fuzzed "hostile replies, every export" replies $((minutes * 65000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheCaller'
-fuzzed "the same with the trace on" traced $((minutes * 2000)) build/x86/wire/fault_replies.exe '*DoNotHarmTheTrace*'
 fuzzed "damaged requests, every operation" requests $((minutes * 10000)) build/x64/bin/fault_requests.exe 'DamagedRequests.AreAnswered*'
 fuzzed "damaged messages on the server pipe" messages $((minutes * 2000)) build/x64/bin/fault_requests.exe 'DamagedMessages.AreAnswered*'
 fuzzed "damaged frames on the channel" frames $((minutes * 1000)) build/x64/bin/fault_requests.exe 'DamagedFrames.*'
