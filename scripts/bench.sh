@@ -90,6 +90,15 @@ start_log() {
   sleep 0.3
 }
 
+# counted NAME: a program that needs no server, once to count its requests and once for its times
+counted() {
+  start_log
+  run "bench_$1" --log "$out/wineserver.log" --requests "$out/$1.requests"
+  stop_all
+  run "bench_$1" --requests "$out/$1.requests" --json "$out/$1.json"
+  stop_all
+}
+
 bench_roundtrip() {
   start_log
   start_server
@@ -133,13 +142,7 @@ bench_devices() {
   stop_all
 }
 
-bench_load() {
-  start_log
-  run bench_load --log "$out/wineserver.log" --requests "$out/load.requests"
-  stop_all
-  run bench_load --requests "$out/load.requests" --json "$out/load.json"
-  stop_all
-}
+bench_load() { counted load; }
 
 bench_notify() {
   start_server
@@ -147,13 +150,7 @@ bench_notify() {
   stop_all
 }
 
-bench_trace() {
-  start_log
-  run bench_trace --log "$out/wineserver.log" --requests "$out/trace.requests"
-  stop_all
-  run bench_trace --requests "$out/trace.requests" --json "$out/trace.json"
-  stop_all
-}
+bench_trace() { counted trace; }
 
 install_packages
 build

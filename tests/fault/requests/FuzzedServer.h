@@ -11,14 +11,14 @@
 #include "TestServer.h"
 #include "wire/frame.h"
 
-// Passes everything on, and keeps the paths that were written and must not be.
-class ObservedRegistry : public srv::Registry
+// Keeps the paths that were written and must not be.
+class ObservedRegistry : public PassingRegistry
 {
  public:
     enum class Writing { Key, Deletion };
     using MayWrite = bool (*)(const std::vector<std::wstring>& parts, Writing writing);
 
-    ObservedRegistry(srv::Registry& real, MayWrite mayWrite) : real_(real), mayWrite_(mayWrite) {}
+    ObservedRegistry(srv::Registry& real, MayWrite mayWrite) : PassingRegistry(real), mayWrite_(mayWrite) {}
 
     const std::vector<std::wstring>& offences() const { return offences_; }
 
@@ -36,20 +36,10 @@ class ObservedRegistry : public srv::Registry
     {
         return look(path, Writing::Key), real_.deleteValue(path, name);
     }
-    LSTATUS subkeys(const std::wstring& path, std::vector<srv::Subkey>& found) override
-    {
-        return real_.subkeys(path, found);
-    }
-    LSTATUS values(const std::wstring& path, std::vector<srv::RawValue>& found) override
-    {
-        return real_.values(path, found);
-    }
-    LSTATUS flush() override { return real_.flush(); }
 
  private:
     void look(const std::wstring& path, Writing writing);
 
-    srv::Registry& real_;
     MayWrite mayWrite_;
     std::vector<std::wstring> offences_;
 };

@@ -32,14 +32,45 @@ struct Killed
 {
 };
 
-// Passes everything on, but asks before each call that changes something; deleting a tree is one such call a key.
-class WatchedRegistry : public srv::Registry
+// Passes everything on. What is done beside that, its descendants say.
+class PassingRegistry : public srv::Registry
+{
+ public:
+    explicit PassingRegistry(srv::Registry& real) : real_(real) {}
+
+    LSTATUS createKey(const std::wstring& path) override { return real_.createKey(path); }
+    LSTATUS deleteKey(const std::wstring& path) override { return real_.deleteKey(path); }
+    LSTATUS setValue(const std::wstring& path, const std::wstring& name, DWORD type,
+                     std::span<const std::uint8_t> data) override
+    {
+        return real_.setValue(path, name, type, data);
+    }
+    LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) override
+    {
+        return real_.deleteValue(path, name);
+    }
+    LSTATUS subkeys(const std::wstring& path, std::vector<srv::Subkey>& found) override
+    {
+        return real_.subkeys(path, found);
+    }
+    LSTATUS values(const std::wstring& path, std::vector<srv::RawValue>& found) override
+    {
+        return real_.values(path, found);
+    }
+    LSTATUS flush() override { return real_.flush(); }
+
+ protected:
+    srv::Registry& real_;
+};
+
+// Asks before each call that changes something; deleting a tree is one such call a key.
+class WatchedRegistry : public PassingRegistry
 {
  public:
     // Gets the number of the call, from 0; may throw Killed, or return an error instead of the call.
     using Before = std::function<LSTATUS(unsigned call)>;
 
-    WatchedRegistry(srv::Registry& real, Before before) : real_(real), before_(std::move(before)) {}
+    WatchedRegistry(srv::Registry& real, Before before) : PassingRegistry(real), before_(std::move(before)) {}
 
     unsigned calls() const { return calls_; }
 
@@ -68,18 +99,8 @@ class WatchedRegistry : public srv::Registry
         const LSTATUS status = before_(calls_++);
         return status != ERROR_SUCCESS ? status : real_.deleteValue(path, name);
     }
-    LSTATUS subkeys(const std::wstring& path, std::vector<srv::Subkey>& found) override
-    {
-        return real_.subkeys(path, found);
-    }
-    LSTATUS values(const std::wstring& path, std::vector<srv::RawValue>& found) override
-    {
-        return real_.values(path, found);
-    }
-    LSTATUS flush() override { return real_.flush(); }
 
  private:
-    srv::Registry& real_;
     Before before_;
     unsigned calls_ = 0;
 };
