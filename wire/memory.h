@@ -1,9 +1,9 @@
 // The channel through shared memory: no system call carries a frame while both sides are awake.
 //
 // A client connects to the door, the pipe \\.\pipe\ + the channel's name + memoryDoorSuffix, and reads one message, the
-// offer. The section that the offer names, a handle in the client's process, holds one MemoryBlock with the offer's
-// nonce; only then are the handle and those in the block the client's to use and to close. The door stays open as long
-// as the connection lasts, and nothing more is said on it.
+// offer. The section that the offer names, a handle in the client's process, has no name and holds one MemoryBlock with
+// the offer's nonce; only then are the handle and those in the block the client's to use and to close. The door stays
+// open as long as the connection lasts, and nothing more is said on it.
 //
 // A request is put into the block, and then its number, one more than the last, into requestNumber; the reply
 // likewise, with its request's number in replyNumber. Who waits looks a while, then says that he sleeps, looks once

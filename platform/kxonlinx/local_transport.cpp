@@ -12,11 +12,8 @@ bool fits(const wchar_t* name) noexcept
     return std::wcslen(name) <= MemoryTransport::maxNameLength;
 }
 
-// Whether the pipe would fare no better: the bound is used up, or the channel closed.
-bool isFinal(kxonlinx_error error) noexcept
-{
-    return error == KXONLINX_TIMED_OUT || error == KXONLINX_SERVER_BUSY || error == KXONLINX_NOT_OPEN;
-}
+// The door gets a fourth of a call's bound: where others hold all its places the pipe may still have one.
+constexpr DWORD partForDoor = 4;
 
 }  // namespace
 
@@ -33,13 +30,17 @@ LocalTransport::LocalTransport(const wchar_t* name, bool memoryWanted) noexcept
 
 kxonlinx_error LocalTransport::connect(const Bounds& bounds) noexcept
 {
+    kxonlinx_error atDoor = KXONLINX_SERVER_ABSENT;
     if (memoryWanted_) {
-        kxonlinx_error error = memory_.connect(bounds);
+        const Bounds door{Deadline::after(bounds.deadline.remaining() / partForDoor), bounds.closing};
+        atDoor = memory_.connect(door);
         // A door that closes in the client's face was that of a server just ending; there may be another by now.
-        if (error == KXONLINX_CONNECTION_LOST) error = memory_.connect(bounds);
-        if (error == KXONLINX_OK || isFinal(error)) return error;
+        if (atDoor == KXONLINX_CONNECTION_LOST) atDoor = memory_.connect(door);
+        if (atDoor == KXONLINX_OK || atDoor == KXONLINX_NOT_OPEN) return atDoor;
     }
-    return pipe_.connect(bounds);
+    const kxonlinx_error error = pipe_.connect(bounds);
+    // Without a pipe what happened at the door says more.
+    return error == KXONLINX_SERVER_ABSENT ? atDoor : error;
 }
 
 ExchangeResult LocalTransport::exchange(std::span<const std::uint8_t> request, std::span<std::uint8_t> reply,

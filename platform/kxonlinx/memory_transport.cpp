@@ -1,5 +1,7 @@
 #include "memory_transport.h"
 
+#include <winternl.h>
+
 #include <algorithm>
 #include <cstring>
 #include <cwchar>
@@ -23,6 +25,16 @@ HANDLE handleOf(std::uint64_t value) noexcept
     return reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(value));
 }
 
+// Others can open what has a name, and write into it. What cannot be asked counts as named.
+bool hasName(HANDLE object) noexcept
+{
+    constexpr auto nameInformation = static_cast<OBJECT_INFORMATION_CLASS>(1);
+    alignas(UNICODE_STRING) BYTE information[1024];
+    ULONG length = 0;
+    if (NtQueryObject(object, nameInformation, information, sizeof information, &length) < 0) return true;
+    return reinterpret_cast<const UNICODE_STRING*>(information)->Length != 0;
+}
+
 }  // namespace
 
 MemoryTransport::MemoryTransport(const wchar_t* name) noexcept : door_(DoorName(name).text) {}
@@ -42,14 +54,15 @@ kxonlinx_error MemoryTransport::connect(const Bounds& bounds) noexcept
     return error;
 }
 
-// The nonce in the memory shows that it is the server's, and not something else of this process whose handle somebody
-// at the door has guessed.
+// Somebody else at the door could guess a handle of something that this process has already. The nonce in the memory
+// shows that he who offers it can write there, and its having no name that it was given to this process by him.
 bool MemoryTransport::accept(const wire::MemoryOffer& offer) noexcept
 {
     if (offer.magic != wire::MemoryOffer::expectedMagic || offer.layout != wire::MemoryOffer::expectedLayout ||
         offer.section == 0)
         return false;
     const HANDLE section = handleOf(offer.section);
+    if (hasName(section)) return false;
     block_.reset(static_cast<wire::MemoryBlock*>(
         MapViewOfFile(section, FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, sizeof(wire::MemoryBlock))));
     if (!block_) return false;
@@ -111,7 +124,7 @@ kxonlinx_error MemoryTransport::awaitReply(const Bounds& bounds) noexcept
 
 kxonlinx_error MemoryTransport::sleepUntilReply(const Bounds& bounds) noexcept
 {
-    const HANDLE ends[] = {replyEvent_.get(), serverProcess_.get(), bounds.closing};
+    const HANDLE ends[] = {replyEvent_.get(), bounds.closing, serverProcess_.get()};
     kxonlinx_error error = KXONLINX_OK;
     while (!replied()) {
         // What ended the wait last time came before this look.
@@ -124,10 +137,10 @@ kxonlinx_error MemoryTransport::sleepUntilReply(const Bounds& bounds) noexcept
             case WAIT_OBJECT_0:
                 break;
             case WAIT_OBJECT_0 + 1:
-                error = KXONLINX_CONNECTION_LOST;
+                error = KXONLINX_NOT_OPEN;
                 break;
             case WAIT_OBJECT_0 + 2:
-                error = KXONLINX_NOT_OPEN;
+                error = KXONLINX_CONNECTION_LOST;
                 break;
             case WAIT_TIMEOUT:
                 error = KXONLINX_TIMED_OUT;

@@ -25,7 +25,8 @@ struct ExchangeResult
 {
     kxonlinx_error error;
     std::size_t replyLength;
-    bool maybeSent;  // false: certain that no byte of the request left; only then may it be sent again
+    bool
+        maybeSent;  // false: certain that nobody has begun with the request or ever will; only then it may be sent again
 };
 
 class Transport

@@ -37,7 +37,7 @@ inline constexpr wchar_t genericClients[] = L"D:(D;;GA;;;NU)(A;;GA;;;SY)(A;;GA;;
 inline constexpr wchar_t openToAll[] = L"D:(A;;GA;;;WD)";
 
 // To be seen by everybody, changed only by administrators and the system.
-inline constexpr wchar_t visible[] = L"D:(A;;GA;;;SY)(A;;GA;;;BA)(A;;0x100000;;;WD)";
+inline constexpr wchar_t visible[] = L"D:(A;;GA;;;SY)(A;;GA;;;BA)(A;;0x120000;;;WD)";
 
 }  // namespace sddl
 

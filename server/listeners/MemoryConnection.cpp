@@ -7,14 +7,6 @@ namespace srv {
 
 namespace {
 
-// A handle of this process's, as the client's process has it from now on; 0 if that cannot be.
-std::uint64_t given(HANDLE client, HANDLE object, DWORD access) noexcept
-{
-    HANDLE copy = nullptr;
-    if (!DuplicateHandle(GetCurrentProcess(), object, client, &copy, access, FALSE, 0)) return 0;
-    return reinterpret_cast<std::uintptr_t>(copy);
-}
-
 // What nobody can know who has not read the memory.
 std::uint64_t newNonce()
 {
@@ -35,7 +27,9 @@ MemoryConnection::MemoryConnection(Handle door, std::unique_ptr<Conversation> co
       doorEvent_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       nonce_(newNonce()),
       message_(sizeof(::wire::MemoryBlock::request))
-{}
+{
+    given_.reserve(4);
+}
 
 MemoryConnection::~MemoryConnection()
 {
@@ -44,23 +38,43 @@ MemoryConnection::~MemoryConnection()
     SetEvent(replied_.get());
 }
 
+// A handle of this process's, as the client's process has it from now on; 0 if that cannot be.
+std::uint64_t MemoryConnection::give(HANDLE object, DWORD access) noexcept
+{
+    HANDLE copy = nullptr;
+    if (!DuplicateHandle(GetCurrentProcess(), object, client_.get(), &copy, access, FALSE, 0)) return 0;
+    given_.push_back(reinterpret_cast<std::uintptr_t>(copy));
+    return given_.back();
+}
+
+// Of a client that was never told of them.
+void MemoryConnection::takeBack() noexcept
+{
+    for (const std::uint64_t value : given_)
+        DuplicateHandle(client_.get(), reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(value)), nullptr, nullptr,
+                        0, FALSE, DUPLICATE_CLOSE_SOURCE);
+    given_.clear();
+}
+
 // The memory's section as the client has it; 0 for a client whose process this server may not open, say.
 std::uint64_t MemoryConnection::share() noexcept
 {
-    const Handle client(OpenProcess(PROCESS_DUP_HANDLE, FALSE, clientProcess_));
+    client_.reset(OpenProcess(PROCESS_DUP_HANDLE, FALSE, clientProcess_));
     const Handle section(
         CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(::wire::MemoryBlock), nullptr));
-    if (!client || !section || !requested_ || !replied_) return 0;
+    if (!client_ || !section || !requested_ || !replied_) return 0;
+    // Only a client that is still there has the process number that it came with.
+    if (!PeekNamedPipe(door_.get(), nullptr, 0, nullptr, nullptr, nullptr)) return 0;
     block_.reset(static_cast<::wire::MemoryBlock*>(
         MapViewOfFile(section.get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, sizeof(::wire::MemoryBlock))));
     if (!block_) return 0;
     ::wire::MemoryBlock& block = *block_.get();
     block.nonce = nonce_;
-    block.requestEvent = given(client.get(), requested_.get(), EVENT_MODIFY_STATE);
-    block.replyEvent = given(client.get(), replied_.get(), SYNCHRONIZE);
-    block.serverProcess = given(client.get(), GetCurrentProcess(), SYNCHRONIZE);
+    block.requestEvent = give(requested_.get(), EVENT_MODIFY_STATE);
+    block.replyEvent = give(replied_.get(), SYNCHRONIZE);
+    block.serverProcess = give(GetCurrentProcess(), SYNCHRONIZE);
     if (!block.requestEvent || !block.replyEvent || !block.serverProcess) return 0;
-    return given(client.get(), section.get(), FILE_MAP_READ | FILE_MAP_WRITE);
+    return give(section.get(), FILE_MAP_READ | FILE_MAP_WRITE);
 }
 
 bool MemoryConnection::offer(std::uint64_t section) noexcept
@@ -80,7 +94,12 @@ const char* MemoryConnection::serve() noexcept
 {
     if (!doorEvent_) return "no event";
     const std::uint64_t section = share();
-    if (!offer(section)) return "the client left";
+    if (section == 0) takeBack();
+    if (!offer(section)) {
+        takeBack();
+        return "the client left";
+    }
+    client_.reset();
     if (section == 0) return "no memory can be shared";
     // Nothing is said at the door any more: what ends this is the client's going.
     OVERLAPPED operation{};

@@ -30,6 +30,8 @@ class MemoryConnection : public Connection
 
  private:
     std::uint64_t share() noexcept;
+    std::uint64_t give(HANDLE object, DWORD access) noexcept;
+    void takeBack() noexcept;
     bool offer(std::uint64_t section) noexcept;
     const char* answerRequests(HANDLE left) noexcept;
     void answer(std::uint32_t number) noexcept;
@@ -38,6 +40,8 @@ class MemoryConnection : public Connection
     std::unique_ptr<Conversation> conversation_;
     std::shared_ptr<const StopSignal> stop_;
     DWORD clientProcess_;
+    Handle client_;  // while its process is given handles
+    std::vector<std::uint64_t> given_;
     Handle requested_;
     Handle replied_;
     Handle doorEvent_;

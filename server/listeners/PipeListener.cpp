@@ -69,6 +69,7 @@ PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& lo
     : options_(std::move(options)),
       maker_(std::move(maker)),
       log_(log),
+      shownName_(utf8(options_.name)),
       security_(Security::withOwnUser(options_.rights)),
       shared_(std::make_shared<Shared>())
 {
@@ -131,7 +132,7 @@ void PipeListener::accept(std::vector<std::unique_ptr<Instance>> waiting) noexce
         try {
             if (!acceptOne(waiting)) return;
         } catch (const std::exception& error) {
-            log_.error("%s: a client is turned away: %s", utf8(options_.name).c_str(), error.what());
+            log_.error("%s: a client is turned away: %s", shownName_.c_str(), error.what());
         }
     }
 }
@@ -165,7 +166,7 @@ void PipeListener::replenish(std::vector<std::unique_ptr<Instance>>& waiting, st
            connections() + arriving + waiting.size() < options_.mostConnections) {
         const DWORD error = addInstance(waiting, makeInstance(0));
         if (error != ERROR_SUCCESS && !complained_) {
-            log_.error("%s: no further instance: %s", utf8(options_.name).c_str(), systemMessage(error).c_str());
+            log_.error("%s: no further instance: %s", shownName_.c_str(), systemMessage(error).c_str());
         }
         complained_ = error != ERROR_SUCCESS;
         if (complained_) return;

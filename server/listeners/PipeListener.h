@@ -73,6 +73,7 @@ class PipeListener
     PipeOptions options_;
     ConversationMaker maker_;
     Log& log_;
+    std::string shownName_;
     Security security_;
     std::shared_ptr<Shared> shared_;
     Handle placeholder_;
