@@ -84,7 +84,8 @@ TEST(ChannelLibrary, Exports_areExactlyThePlainNames)
 
 TEST(ChannelLibrary, Imports_areTheSystemsLibrariesOnly)
 {
-    EXPECT_EQ(Image("KXONLINX.dll").importedLibraries(), (Names{"kernel32.dll", "msvcrt.dll", "ntdll.dll", "user32.dll"}));
+    EXPECT_EQ(Image("KXONLINX.dll").importedLibraries(),
+              (Names{"kernel32.dll", "msvcrt.dll", "ntdll.dll", "user32.dll"}));
 }
 
 TEST(ProgrammerLibrary, Exports_areExactlyThePlainNames)
