@@ -30,7 +30,8 @@ Xvfb -displayfd 3 -screen 0 800x400x24 -nolisten tcp 3>"$display_file" 2>"$look/
 xvfb=$!
 trap 'wineserver -k || true; kill "$xvfb" 2>/dev/null || true' EXIT
 for _ in $(seq 50); do [ -s "$display_file" ] && break; sleep 0.1; done
-export DISPLAY=:$(cat "$display_file")
+DISPLAY=:$(cat "$display_file")
+export DISPLAY
 
 wait_for() {  # wait_for TITLE: the window with this title, once it is shown
   local window

@@ -74,6 +74,7 @@ debian_sources() {
   # shellcheck disable=SC1091
   . /etc/os-release
   local uri
+  # shellcheck disable=SC2016  # apt-get's own variables
   uri=$(apt-get indextargets --format '$(SITE)|$(RELEASE)|$(COMPONENT)|$(CREATED_BY)' 2>/dev/null |
         awk -F'|' -v suite="${VERSION_CODENAME:-bookworm}" '$2==suite && $3=="main" && $4=="Packages" {print $1; exit}')
   if [ -z "$uri" ]; then say "no main package source for ${VERSION_CODENAME:-this release} is configured" >&2; exit 1; fi

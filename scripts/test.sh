@@ -12,10 +12,9 @@ cd "$(dirname "$0")/.."
 mkdir -p build/tests
 second=$PWD/build/wine/prefix-2
 
-# lane NAME STEP...: runs the steps, each the arguments of one ctest, with a Wine server for all of them.
+# lane STEP...: runs the steps, each the arguments of one ctest, with a Wine server for all of them.
 lane() {
-  local name=$1 status=0 step
-  shift
+  local status=0 step
   # shellcheck disable=SC1091
   . scripts/wine-env.sh
   wineserver -k 2>/dev/null || true
@@ -37,11 +36,11 @@ if [ ! -f "$second/.made" ]; then
   cp -a build/wine/prefix "$second"
 fi
 
-KXOVA_PREFIX=$second lane second "--test-dir build/x64 -j2" "--test-dir build/x86 -R $sessions" \
+KXOVA_PREFIX=$second lane "--test-dir build/x64 -j2" "--test-dir build/x86 -R $sessions" \
   >build/tests/second.log 2>&1 &
 other=$!
 status=0
-lane first "--test-dir build/x86 -j2 -E $sessions" || status=$?
+lane "--test-dir build/x86 -j2 -E $sessions" || status=$?
 wait "$other" || status=$?
 cat build/tests/second.log
 exit "$status"

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced: the environment in which this project's Windows programs run on Linux.
 # KXOVA_PREFIX names another prefix than the one that setup.sh makes.
 kxova_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
