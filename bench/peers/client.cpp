@@ -4,7 +4,6 @@
 #include <winsock2.h>
 
 #include <cstdio>
-#include <cstdlib>
 
 #include "peers/peers.h"
 #if KXOVA_BENCH_RPC
@@ -170,18 +169,3 @@ std::vector<Peer> connectPeers()
 }
 
 }  // namespace peers
-
-#if KXOVA_BENCH_RPC
-extern "C" {
-
-void* __RPC_USER MIDL_user_allocate(size_t size)
-{
-    return std::malloc(size);
-}
-void __RPC_USER MIDL_user_free(void* memory)
-{
-    std::free(memory);
-}
-
-}  // extern "C"
-#endif

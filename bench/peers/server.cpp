@@ -4,7 +4,6 @@
 #include <winsock2.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <thread>
 
 #include "peers/peers.h"
@@ -154,15 +153,6 @@ void serveRpc()
 
 #if KXOVA_BENCH_RPC
 extern "C" {
-
-void* __RPC_USER MIDL_user_allocate(size_t size)
-{
-    return std::malloc(size);
-}
-void __RPC_USER MIDL_user_free(void* memory)
-{
-    std::free(memory);
-}
 
 long AskValue(handle_t, const wchar_t*, const wchar_t*, const wchar_t*, wchar_t** value, wchar_t** unit)
 {

@@ -25,8 +25,8 @@ struct ExchangeResult
 {
     kxonlinx_error error;
     std::size_t replyLength;
-    bool
-        maybeSent;  // false: certain that nobody has begun with the request or ever will; only then it may be sent again
+    // False: certain that nobody has begun with the request or ever will. Only then it may be sent again.
+    bool maybeSent;
 };
 
 class Transport
@@ -56,8 +56,9 @@ class Transport
     // Another transport to the same channel, not connected. None: out of memory, or there is no such thing.
     virtual std::unique_ptr<Transport> sibling() const noexcept { return nullptr; }
 
-    // Waits for one message that nobody asked for; requires that it is connected. When `wake`, which may be NULL, is set
-    // first, `length` is 0. A connection on which messages come so is used for nothing else. After TIMED_OUT it still stands.
+    // Waits for one message that nobody asked for; requires that it is connected. When `wake`, which may be NULL, is
+    // set first, `length` is 0. A connection on which messages come so is used for nothing else. After TIMED_OUT it
+    // still stands.
     virtual kxonlinx_error receive(std::span<std::uint8_t>, std::size_t& length, HANDLE, const Bounds&) noexcept
     {
         length = 0;

@@ -107,16 +107,16 @@ const char* MemoryConnection::serve() noexcept
     std::uint8_t word = 0;
     if (!ReadFile(door_.get(), &word, sizeof word, nullptr, &operation) && GetLastError() != ERROR_IO_PENDING)
         return "the client left";
-    const char* const reason = answerRequests(doorEvent_.get());
+    const char* const reason = answerRequests();
     DWORD ignored = 0;
     CancelIoEx(door_.get(), &operation);
     GetOverlappedResult(door_.get(), &operation, &ignored, TRUE);
     return reason;
 }
 
-const char* MemoryConnection::answerRequests(HANDLE left) noexcept
+const char* MemoryConnection::answerRequests() noexcept
 {
-    const HANDLE ends[] = {requested_.get(), stop_->event.get(), left};
+    const HANDLE ends[] = {requested_.get(), stop_->event.get(), doorEvent_.get()};
     ::wire::MemoryBlock& block = *block_.get();
     std::uint32_t answered = 0;
     for (int looks = 0;;) {

@@ -33,7 +33,7 @@ class MemoryConnection : public Connection
     std::uint64_t give(HANDLE object, DWORD access) noexcept;
     void takeBack() noexcept;
     bool offer(std::uint64_t section) noexcept;
-    const char* answerRequests(HANDLE left) noexcept;
+    const char* answerRequests() noexcept;
     void answer(std::uint32_t number) noexcept;
 
     Handle door_;

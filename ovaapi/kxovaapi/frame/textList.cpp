@@ -6,10 +6,13 @@
 
 #include "kxova/results.h"
 
-TextList splitList(const char* block, std::size_t length)
+namespace {
+
+// The texts that begin before `end`; none goes on behind `length`.
+TextList split(const char* block, std::size_t length, std::size_t end)
 {
     TextList list;
-    for (std::size_t at = 0; at < length;) {
+    for (std::size_t at = 0; at < end;) {
         const std::size_t size = strnlen(block + at, length - at);
         list.emplace_back(block + at, size);
         at += size + 1;
@@ -17,15 +20,16 @@ TextList splitList(const char* block, std::size_t length)
     return list;
 }
 
+}  // namespace
+
+TextList splitList(const char* block, std::size_t length)
+{
+    return split(block, length, length);
+}
+
 TextList splitNames(const char* block, std::size_t length)
 {
-    TextList list;
-    for (std::size_t at = 0; at + 1 < length;) {
-        const std::size_t size = strnlen(block + at, length - at);
-        list.emplace_back(block + at, size);
-        at += size + 1;
-    }
-    return list;
+    return split(block, length, length > 0 ? length - 1 : 0);
 }
 
 bool fitsOut(const std::string& text, const char* buffer, const unsigned long* length) noexcept

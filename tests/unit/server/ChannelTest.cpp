@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "channelFrames.h"
 #include "comesTrue.h"
 #include "handle_count.h"
 #include "RunningServer.h"
@@ -10,10 +11,6 @@
 using namespace bytes;
 
 namespace {
-
-const Bytes existsDev = frame(u16(42) + str(u"Dev") + u32(0));
-const Bytes notThere = frame(reply(8012), 42);
-const Bytes refused = frame(reply(87), 42);
 
 struct Channel : RunningServer
 {

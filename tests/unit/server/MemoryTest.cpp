@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "channelFrames.h"
 #include "comesTrue.h"
 #include "handle_count.h"
 #include "MemoryClient.h"
@@ -12,10 +13,6 @@
 using namespace bytes;
 
 namespace {
-
-const Bytes existsDev = frame(u16(42) + str(u"Dev") + u32(0));
-const Bytes notThere = frame(reply(8012), 42);
-const Bytes refused = frame(reply(87), 42);
 
 struct SharedMemory : RunningServer
 {
