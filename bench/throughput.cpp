@@ -1,6 +1,7 @@
 // Calls a second, of all clients together: with 1 to 16 client processes, with 1 to 8 threads in one of them, and with
-// four beside one that stands still; and with as many processes over a bare message pipe. All groups are measured in
-// turns. Needs the configuration server and bench_peers; makes a logical device of its own and deletes it.
+// four beside one that stands still; with as many processes over a bare message pipe, and with as many threads that only
+// take and give back a mutex, as each call does. All groups are measured in turns. Needs the configuration server and
+// bench_peers; makes a logical device of its own and deletes it.
 #include <windows.h>
 
 #include <cstdio>
@@ -22,8 +23,9 @@ constexpr char device[] = "kxova bench";
 constexpr char definition[] = "NX3110.MPI";
 constexpr char parameter[] = "baudrate";
 constexpr int processes = 16;
-constexpr int threads = 8;                          // of one more process, behind these
-constexpr int bareProcesses = processes + threads;  // the first of as many that use a bare message pipe
+constexpr int threads = 8;                              // of one more process, behind these
+constexpr int bareProcesses = processes + threads;      // the first of as many that use a bare message pipe
+constexpr int bareThreads = bareProcesses + processes;  // of a process that has nothing but a mutex
 constexpr int turns = 10;
 
 bool ask()
@@ -31,6 +33,13 @@ bool ask()
     char value[260];
     unsigned long length = sizeof value;
     return LogDeviceGetValue(device, parameter, value, &length) == 0;
+}
+
+std::function<bool()> takeAndGiveBack()
+{
+    return [mutex = CreateMutexA(nullptr, FALSE, nullptr)] {
+        return WaitForSingleObject(mutex, INFINITE) == WAIT_OBJECT_0 && ReleaseMutex(mutex);
+    };
 }
 
 // A client that sends requests and takes no reply, until nothing more goes out.
@@ -67,17 +76,18 @@ struct Group
     std::string name;
     std::function<double()> measure;
     std::size_t comparedWith;  // the row of the same crew without more of them
-    bool bare = false;         // shows what the machine itself makes of so many clients
+    enum class Of { Processes, Threads, Bare, Lock } of;
     Series perSecond{};
     Series ratio{};  // to the other row's figure in the same turn
 };
 
 std::vector<Group> groups(crew::Crew& crew)
 {
+    using Of = Group::Of;
     std::vector<Group> all;
     for (const int count : {1, 2, 4, 8, 16})
         all.push_back({std::to_string(count) + (count == 1 ? " process" : " processes"),
-                       [&crew, count] { return crew.perSecond(0, count); }, 0});
+                       [&crew, count] { return crew.perSecond(0, count); }, 0, Of::Processes});
     const std::size_t four = 2;
     all.push_back({"4 processes, another stands still in a call",
                    [&crew] {
@@ -86,21 +96,25 @@ std::vector<Group> groups(crew::Crew& crew)
                        crew.wake(processes - 1);
                        return result;
                    },
-                   four});
+                   four, Of::Processes});
     all.push_back({"4 processes, another never reads",
                    [&crew] {
                        const DeafClient deaf;
                        return crew.perSecond(0, 4);
                    },
-                   four});
+                   four, Of::Processes});
     const std::size_t single = all.size();
     for (const int count : {1, 2, 4, 8})
         all.push_back({std::to_string(count) + (count == 1 ? " thread" : " threads in one process"),
-                       [&crew, count] { return crew.perSecond(processes, count); }, single});
+                       [&crew, count] { return crew.perSecond(processes, count); }, single, Of::Threads});
+    const std::size_t lock = all.size();
+    for (const int count : {1, 2, 4, 8})
+        all.push_back({std::to_string(count) + (count == 1 ? " thread, only the mutex" : " threads, only the mutex"),
+                       [&crew, count] { return crew.perSecond(bareThreads, count); }, lock, Of::Lock});
     const std::size_t bare = all.size();
     for (const int count : {1, 4, 16})
         all.push_back({std::to_string(count) + " over a bare message pipe",
-                       [&crew, count] { return crew.perSecond(bareProcesses, count); }, bare, true});
+                       [&crew, count] { return crew.perSecond(bareProcesses, count); }, bare, Of::Bare});
     return all;
 }
 
@@ -112,7 +126,8 @@ int run(const Options& options)
         ready = ready && crew.add();
     ready = ready && crew.add(threads);
     for (int i = 0; i < processes; ++i)
-        ready = ready && crew.add(1, "bare");
+        ready = ready && crew.add(1, "pipe");
+    ready = ready && crew.add(threads, "mutex");
     if (!ready) {
         std::printf("bench: the clients do not start\n");
         return 1;
@@ -126,19 +141,25 @@ int run(const Options& options)
                                         all[group.comparedWith].perSecond.times.back());
         }
 
-    std::printf("throughput, calls a second of all clients together, median of %d turns\n", rounds);
+    std::printf("throughput on %s, calls a second of all clients together, median of %d turns\n", options.on, rounds);
     std::printf("  %-48s %10s %10s\n", "", "calls/s", "ratio");
     Json rows = Json::array();
-    double lowest = 1;
     for (Group& group : all) {
         const double calls = group.perSecond.median();
         const double ratio = group.ratio.median();
-        if (!group.bare) lowest = std::min(lowest, ratio);
         std::printf("  %-48s %10.0f %10.2f\n", group.name.c_str(), calls, ratio);
         rows.push_back({{"name", group.name}, {"calls_per_second", calls}, {"ratio", ratio}});
     }
-    const Json goals = printGoals({{"calls lost by adding a client, part of the whole", 1 - lowest, 0.1}});
-    saveJson(options.json, {{"bench", "throughput"}, {"rows", rows}, {"goals", goals}});
+    const auto lost = [&all](Group::Of of) {
+        double most = 0;
+        for (Group& group : all)
+            if (group.of == of) most = std::max(most, 1 - group.ratio.median());
+        return most;
+    };
+    const Json goals = printGoals({{"part of the calls that added processes cost", lost(Group::Of::Processes), 0.1},
+                                   {"that added threads cost, beyond what they cost the mutex",
+                                    lost(Group::Of::Threads) - lost(Group::Of::Lock), 0.1}});
+    saveJson(options.json, {{"bench", "throughput"}, {"on", options.on}, {"rows", rows}, {"goals", goals}});
     return 0;
 }
 
@@ -146,8 +167,12 @@ int run(const Options& options)
 
 int main(int count, char** arguments)
 {
-    if (crew::isWorker(count, arguments))
-        return count > 4 ? crew::workAs(arguments, peers::overMessagePipe()) : crew::workAs(arguments, ask);
+    if (crew::isWorker(count, arguments)) {
+        const std::string what = count > 4 ? arguments[4] : "";
+        if (what == "pipe") return crew::workAs(arguments, peers::overMessagePipe());
+        if (what == "mutex") return crew::workAs(arguments, takeAndGiveBack());
+        return crew::workAs(arguments, ask);
+    }
     LogDeviceDel(device);
     if (const long result = LogDeviceCreateFromDef(device, definition); result != 0) {
         std::printf("bench: the configuration server is needed; start it with kxovasrvx run (result %ld)\n", result);

@@ -112,11 +112,19 @@ bench_roundtrip() {
   stop_all
 }
 
+# As the machine is, and on one processor.
 bench_throughput() {
+  local everything_alone=("${alone[@]}")
+  alone=("${alone[@]:3}")
+  measure_throughput "$(nproc) processors" throughput-all
+  alone=("${everything_alone[@]}")
+  measure_throughput "one processor" throughput
+}
+measure_throughput() {
   start_wineserver
   start_server
   start_peers
-  run bench_throughput --json "$out/throughput.json"
+  run bench_throughput --on "$1" --json "$out/$2.json"
   stop_all
 }
 

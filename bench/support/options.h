@@ -1,4 +1,4 @@
-// The command line that all measurements share: [--json FILE] [--log FILE] [--requests FILE] [--rounds N].
+// The command line that all measurements share: [--json FILE] [--log FILE] [--requests FILE] [--rounds N] [--on TEXT].
 #pragma once
 
 #include <cstdlib>
@@ -6,10 +6,11 @@
 
 struct Options
 {
-    const char* json = nullptr;      // where the figures go as JSON
-    const char* log = nullptr;       // the log of Wine's server: requests are counted, and nothing is timed
-    const char* requests = nullptr;  // where the counted requests are written to, or read from
-    int rounds = 0;                  // 0: the measurement's own number
+    const char* json = nullptr;        // where the figures go as JSON
+    const char* log = nullptr;         // the log of Wine's server: requests are counted, and nothing is timed
+    const char* requests = nullptr;    // where the counted requests are written to, or read from
+    const char* on = "one processor";  // where this runs, for the table
+    int rounds = 0;                    // 0: the measurement's own number
 
     Options(int count, char** arguments)
     {
@@ -18,6 +19,7 @@ struct Options
             if (std::strcmp(arguments[i], "--json") == 0) json = value;
             if (std::strcmp(arguments[i], "--log") == 0) log = value;
             if (std::strcmp(arguments[i], "--requests") == 0) requests = value;
+            if (std::strcmp(arguments[i], "--on") == 0) on = value;
             if (std::strcmp(arguments[i], "--rounds") == 0) rounds = std::atoi(value);
         }
     }

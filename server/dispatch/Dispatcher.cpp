@@ -44,6 +44,14 @@ std::span<const std::uint8_t> Dispatcher::handle(Session& session, std::span<con
     }
 }
 
+bool Dispatcher::atOnce(Via via, std::span<const std::uint8_t> request) const noexcept
+{
+    RequestReader reader(request);
+    std::uint16_t opcode = 0;
+    const Operation* const operation = reader.u16(opcode) ? find(opcode, via) : nullptr;
+    return !operation || operation->work == Work::InMemory;
+}
+
 Outcome Dispatcher::run(const Operation& operation, const Call& call, RequestReader& reader) const
 {
     Log& log = context_.log;

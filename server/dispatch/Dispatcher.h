@@ -21,6 +21,9 @@ class Dispatcher
     std::span<const std::uint8_t> handle(Session& session, std::span<const std::uint8_t> request,
                                          std::span<std::uint8_t> space) const noexcept;
 
+    // Whether the answer to a request needs nothing but memory.
+    bool atOnce(Via via, std::span<const std::uint8_t> request) const noexcept;
+
     // The answer to something that is no request: kind 4, result 87.
     static std::span<const std::uint8_t> refuse(std::span<std::uint8_t> space) noexcept;
 

@@ -88,12 +88,16 @@ struct Outcome
     Result result = result::ok;
 };
 
+// What it takes to answer: memory, or also the registry, other processes, other clients.
+enum class Work { InMemory, Outside };
+
 struct Operation
 {
     ::wire::opcode::Code opcode;
     const char* name;
     Via via;
     Outcome (*run)(const Call& call, RequestReader& reader, std::string* shown);
+    Work work = Work::Outside;
 };
 
 namespace detail {

@@ -21,6 +21,12 @@ std::span<const std::uint8_t> ChannelConversation::answer(std::span<const std::u
     return std::span(reply_).first(::wire::frameHeaderLength + payload.size());
 }
 
+bool ChannelConversation::atOnce(std::span<const std::uint8_t> message) const noexcept
+{
+    const RequestFrame frame = parseFrame(message);
+    return frame.fault || dispatcher_.atOnce(session_.via(), frame.payload);
+}
+
 std::span<const std::uint8_t> PipeConversation::answer(std::span<const std::uint8_t> message, bool cut) noexcept
 {
     if (!cut) return dispatcher_.handle(session_, message, reply_);

@@ -25,6 +25,9 @@ class Conversation
     // answers. The answer lives until the next call.
     virtual std::span<const std::uint8_t> answer(std::span<const std::uint8_t> message, bool cut) noexcept = 0;
 
+    // Whether a message is answered from memory, without a wait for anything.
+    virtual bool atOnce(std::span<const std::uint8_t>) const noexcept { return false; }
+
     // What is to be sent without being asked; nullptr: nothing ever, as far as was agreed until now.
     PushSource* pushes() noexcept { return session_.pushes.get(); }
 
@@ -45,6 +48,7 @@ class ChannelConversation : public Conversation
 
     std::size_t longestRequest() const noexcept override { return ::wire::replyFrameCapacity; }
     std::span<const std::uint8_t> answer(std::span<const std::uint8_t> message, bool cut) noexcept override;
+    bool atOnce(std::span<const std::uint8_t> message) const noexcept override;
 
  private:
     Log& log_;

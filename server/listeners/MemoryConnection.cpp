@@ -17,10 +17,12 @@ std::uint64_t newNonce()
 }  // namespace
 
 MemoryConnection::MemoryConnection(Handle door, std::unique_ptr<Conversation> conversation,
-                                   std::shared_ptr<const StopSignal> stop, DWORD clientProcess)
+                                   std::shared_ptr<const StopSignal> stop, std::shared_ptr<Lookout> lookout,
+                                   DWORD clientProcess)
     : door_(std::move(door)),
       conversation_(std::move(conversation)),
       stop_(std::move(stop)),
+      lookout_(std::move(lookout)),
       clientProcess_(clientProcess),
       requested_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       replied_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
@@ -107,7 +109,9 @@ const char* MemoryConnection::serve() noexcept
     std::uint8_t word = 0;
     if (!ReadFile(door_.get(), &word, sizeof word, nullptr, &operation) && GetLastError() != ERROR_IO_PENDING)
         return "the client left";
+    sleeps(true);
     const char* const reason = answerRequests();
+    lookout_->leave(*this);
     DWORD ignored = 0;
     CancelIoEx(door_.get(), &operation);
     GetOverlappedResult(door_.get(), &operation, &ignored, TRUE);
@@ -116,43 +120,63 @@ const char* MemoryConnection::serve() noexcept
 
 const char* MemoryConnection::answerRequests() noexcept
 {
-    const HANDLE ends[] = {requested_.get(), stop_->event.get(), doorEvent_.get()};
-    ::wire::MemoryBlock& block = *block_.get();
-    std::uint32_t answered = 0;
-    for (int looks = 0;;) {
+    const HANDLE ends[] = {stop_->event.get(), doorEvent_.get(), requested_.get()};
+    for (;;) {
         if (stop_->given) return "the server stops";
-        if (const std::uint32_t number = block.requestNumber; number != answered) {
-            answer(number);
-            answered = number;
-            looks = 0;
+        if (lookout_->look(*this, stop_->given)) {
+            answer();
+            lookout_->finish(*this);
             // Over memory the server cannot speak unasked.
             if (conversation_->pushes()) return "the client listens at the wrong door";
-        } else if (++looks < ::wire::looksBeforeSleep) {
-            SwitchToThread();
-        } else {
-            block.serverSleeps = 1;
-            DWORD ended = WAIT_OBJECT_0;
-            if (block.requestNumber == answered) ended = WaitForMultipleObjects(3, ends, FALSE, INFINITE);
-            block.serverSleeps = 0;
-            if (ended == WAIT_OBJECT_0 + 2) return "the client left";
-            if (ended != WAIT_OBJECT_0 && ended != WAIT_OBJECT_0 + 1) return "a failed wait";
-            looks = 0;
+            continue;
+        }
+        switch (WaitForMultipleObjects(3, ends, FALSE, INFINITE)) {
+            case WAIT_OBJECT_0:
+            case WAIT_OBJECT_0 + 2:
+                break;
+            case WAIT_OBJECT_0 + 1:
+                return "the client left";
+            default:
+                return "a failed wait";
         }
     }
 }
 
-void MemoryConnection::answer(std::uint32_t number) noexcept
+bool MemoryConnection::asked() const noexcept
+{
+    return block_.get()->requestNumber != taken_;
+}
+
+bool MemoryConnection::take() noexcept
 {
     ::wire::MemoryBlock& block = *block_.get();
-    block.takenNumber = number;
+    taken_ = block.requestNumber;
+    block.takenNumber = taken_;
     const std::size_t length = block.requestLength;
-    const std::size_t taken = std::min(length, message_.size());
-    std::copy_n(block.request, taken, message_.data());
-    const auto reply = conversation_->answer({message_.data(), taken}, length > taken);
+    length_ = std::min(length, message_.size());
+    cut_ = length > length_;
+    std::copy_n(block.request, length_, message_.data());
+    return conversation_->atOnce({message_.data(), length_});
+}
+
+void MemoryConnection::answer() noexcept
+{
+    ::wire::MemoryBlock& block = *block_.get();
+    const auto reply = conversation_->answer({message_.data(), length_}, cut_);
     std::copy(reply.begin(), reply.end(), block.reply);
     block.replyLength = static_cast<std::uint32_t>(reply.size());
-    block.replyNumber = number;
+    block.replyNumber = taken_;
     if (block.clientSleeps) SetEvent(replied_.get());
+}
+
+void MemoryConnection::sleeps(bool sleeping) noexcept
+{
+    block_.get()->serverSleeps = sleeping;
+}
+
+void MemoryConnection::wake() noexcept
+{
+    SetEvent(requested_.get());
 }
 
 }  // namespace srv

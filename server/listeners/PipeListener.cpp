@@ -17,6 +17,7 @@ namespace srv {
 struct PipeListener::Shared
 {
     std::shared_ptr<StopSignal> stop = std::make_shared<StopSignal>();
+    std::shared_ptr<Lookout> lookout;  // at a door to memory
     Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};   // set while nobody is connected
     Handle oneLeft{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // set when a client has gone
     Lock lock;
@@ -73,6 +74,7 @@ PipeListener::PipeListener(PipeOptions options, ConversationMaker maker, Log& lo
       security_(Security::withOwnUser(options_.rights)),
       shared_(std::make_shared<Shared>())
 {
+    if (options_.memory) shared_->lookout = std::make_shared<Lookout>(options_.mostConnections);
     options_.waiting = std::clamp(options_.waiting, 1u, static_cast<unsigned>(MAXIMUM_WAIT_OBJECTS - 2));
 }
 
@@ -177,7 +179,8 @@ std::unique_ptr<Connection> PipeListener::makeConnection(Handle pipe, std::uint6
 {
     auto conversation = maker_(id, process);
     if (options_.memory)
-        return std::make_unique<MemoryConnection>(std::move(pipe), std::move(conversation), shared_->stop, process);
+        return std::make_unique<MemoryConnection>(std::move(pipe), std::move(conversation), shared_->stop,
+                                                  shared_->lookout, process);
     return std::make_unique<PipeConnection>(std::move(pipe), std::move(conversation), shared_->stop,
                                             options_.writeTimeout);
 }

@@ -1,7 +1,9 @@
 // The channel through shared memory, with clients that behave, and with clients that do not.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "channelFrames.h"
@@ -115,6 +117,30 @@ TEST_F(SharedMemory, ManyClients_areAllServed)
         clients.push_back(connect());
     for (const auto& client : clients)
         EXPECT_EQ(client->ask(existsDev), notThere);
+}
+
+TEST_F(SharedMemory, ClientsAtTheSameTime_readAndChangeWithoutMixingUp)
+{
+    constexpr int clients = 6;
+    constexpr int rounds = 60;
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> all;
+    for (int i = 0; i < clients; ++i)
+        all.emplace_back([&, own = std::u16string(u"Dev") + static_cast<char16_t>(u'0' + i)] {
+            const auto client = connect();
+            if (client->ask(frame(u16(43) + str(own) + str(u"NX1611.MPI"))) != frame(reply(0), 43)) ++wrong;
+            for (int round = 0; round < rounds; ++round) {
+                const std::u16string text = own + static_cast<char16_t>(u'A' + round % 26);
+                if (client->ask(frame(u16(34) + str(own) + str(u"text") + str(text))) != frame(reply(0), 34)) ++wrong;
+                for (int read = 0; read < 5; ++read)
+                    if (client->ask(frame(u16(33) + str(own) + str(u"text") + u32(260))) !=
+                        frame(reply(0, replyStr(text)), 33))
+                        ++wrong;
+            }
+        });
+    for (std::thread& one : all)
+        one.join();
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(SharedMemory, Stop_endsConnectionsAndTellsTheirClients)

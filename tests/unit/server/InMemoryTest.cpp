@@ -1,0 +1,115 @@
+// What is said to be answered from memory asks nothing of the registry: another client's request may be waiting for it.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "TestServer.h"
+
+using namespace bytes;
+
+namespace {
+
+// Counts whatever is asked of it.
+class CountingRegistry : public PassingRegistry
+{
+ public:
+    using PassingRegistry::PassingRegistry;
+
+    unsigned calls = 0;
+
+    LSTATUS createKey(const std::wstring& path) override { return ++calls, PassingRegistry::createKey(path); }
+    LSTATUS deleteKey(const std::wstring& path) override { return ++calls, PassingRegistry::deleteKey(path); }
+    LSTATUS setValue(const std::wstring& path, const std::wstring& name, DWORD type,
+                     std::span<const std::uint8_t> data) override
+    {
+        return ++calls, PassingRegistry::setValue(path, name, type, data);
+    }
+    LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) override
+    {
+        return ++calls, PassingRegistry::deleteValue(path, name);
+    }
+    LSTATUS subkeys(const std::wstring& path, std::vector<srv::Subkey>& found) override
+    {
+        return ++calls, PassingRegistry::subkeys(path, found);
+    }
+    LSTATUS values(const std::wstring& path, std::vector<srv::RawValue>& found) override
+    {
+        return ++calls, PassingRegistry::values(path, found);
+    }
+    LSTATUS flush() override { return ++calls, PassingRegistry::flush(); }
+};
+
+struct InMemory : testing::Test
+{
+    // Of a device, and a kind of templates.
+    static constexpr std::u16string_view name = u"Boards";
+
+    TestKey key;
+    srv::WindowsRegistry real = key.registry();
+    CountingRegistry registry{real};
+    OpenStore now{registry};
+    catalogue::Catalogue catalogue = smallCatalogue();
+    srv::Settings settings{registry};
+    srv::Machine machine{registry, catalogue, now.log};
+    srv::Keys keys{now.store, registry, registry};
+    srv::Dispatcher dispatcher{{now.store, catalogue, now.log, settings, machine, keys}, srv::allOperations()};
+    srv::Session session{1, srv::Via::Channel, 4711};
+
+    void SetUp() override
+    {
+        now.open();
+        ask(u16(43) + str(name) + str(u"NX1611.MPI"));
+        registry.calls = 0;
+    }
+
+    bool ask(const Bytes& request)
+    {
+        Bytes space(8192);
+        const auto answer = dispatcher.handle(session, request, space);
+        return Bytes(answer.begin(), answer.end()) != reply(87);
+    }
+
+    // With texts and numbers in every order of up to so many, until enough of them were carried out; returns how many.
+    unsigned askInEveryWay(const srv::Operation& operation)
+    {
+        constexpr unsigned most = 9;
+        constexpr unsigned enough = 4;
+        unsigned done = 0;
+        for (unsigned count = 0; count <= most; ++count)
+            for (unsigned order = 0; order < 1u << count; ++order) {
+                Bytes request = u16(operation.opcode);
+                for (unsigned field = 0; field < count; ++field)
+                    request = request + (order >> field & 1 ? str(name) : u32(260));
+                if (ask(request) && ++done == enough) return done;
+            }
+        return done;
+    }
+};
+
+TEST_F(InMemory, OperationsSaidToBe_askNothingOfTheRegistry)
+{
+    unsigned checked = 0;
+    for (const srv::Operation& operation : srv::allOperations()) {
+        if (operation.work != srv::Work::InMemory) continue;
+        EXPECT_GT(askInEveryWay(operation), 0u) << operation.name;
+        EXPECT_EQ(std::exchange(registry.calls, 0), 0u) << operation.name;
+        ++checked;
+    }
+    EXPECT_GT(checked, 40u);
+}
+
+TEST_F(InMemory, OperationsThatChange_areNotSaidToBe)
+{
+    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u16(33) + str(name) + str(u"busparam") + u32(260)));
+    EXPECT_FALSE(dispatcher.atOnce(srv::Via::Channel, u16(34) + str(name) + str(u"a") + str(u"1")));
+    ask(u16(34) + str(name) + str(u"a") + str(u"1"));
+    EXPECT_GT(registry.calls, 0u);
+}
+
+TEST_F(InMemory, WhatIsNoRequest_isRefusedAtOnce)
+{
+    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u8(33)));
+    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u16(41)));
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+// One thread that looks for the requests of all connections.
+#include "listeners/Lookout.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <utility>
+
+#include "comesTrue.h"
+
+namespace {
+
+// A connection whose client is the test.
+struct TestPlace : srv::Lookout::Place
+{
+    std::atomic<int> requests = 0;
+    std::atomic<bool> restless = false;  // its client always asks
+    std::atomic<bool> atOnce = true;
+    std::function<void()> whenItFallsAsleep;  // once
+
+    std::atomic<int> taken = 0;
+    std::atomic<int> answers = 0;
+    std::atomic<int> wakings = 0;
+    std::atomic<bool> sleeping = true;
+
+    bool asked() const noexcept override { return restless || requests > taken; }
+    bool take() noexcept override
+    {
+        ++taken;
+        return atOnce;
+    }
+    void answer() noexcept override { ++answers; }
+    void sleeps(bool now) noexcept override
+    {
+        sleeping = now;
+        if (now && whenItFallsAsleep) std::exchange(whenItFallsAsleep, nullptr)();
+    }
+    void wake() noexcept override { ++wakings; }
+};
+
+struct LookoutTest : testing::Test
+{
+    srv::Lookout lookout{8};
+    std::atomic<bool> stop = false;
+    TestPlace mine;
+    TestPlace other;
+    bool calledIn = false;  // mine, at the end of its looking
+    std::thread looking;
+
+    // The thread of `mine` looks and goes on doing so, for its client always asks.
+    void keepLooking()
+    {
+        mine.restless = true;
+        looking = std::thread([this] { calledIn = lookout.look(mine, stop); });
+        ASSERT_TRUE(comesTrue([this] { return mine.answers > 0; }));
+    }
+    void endLooking()
+    {
+        stop = true;
+        if (looking.joinable()) looking.join();
+    }
+    // As the client of `other` does.
+    void ask()
+    {
+        ++other.requests;
+        EXPECT_FALSE(other.sleeping && lookout.look(other, stop));
+    }
+    // Until `mine` has been looked at often since.
+    bool goesOn()
+    {
+        return comesTrue([this, from = mine.taken.load()] { return mine.taken > from + 100; });
+    }
+    void TearDown() override { endLooking(); }
+};
+
+TEST_F(LookoutTest, OwnRequest_isAnsweredAndThenNothingIsLookedForAnyMore)
+{
+    mine.requests = 1;
+    EXPECT_FALSE(lookout.look(mine, stop));
+    EXPECT_EQ(mine.answers, 1);
+    EXPECT_TRUE(mine.sleeping);
+    EXPECT_EQ(mine.wakings, 0);
+}
+
+TEST_F(LookoutTest, RequestThatComesWhileItFallsAsleep_isSeen)
+{
+    mine.whenItFallsAsleep = [this] { mine.requests = 1; };
+    EXPECT_FALSE(lookout.look(mine, stop));
+    EXPECT_EQ(mine.answers, 1);
+    EXPECT_TRUE(mine.sleeping);
+}
+
+TEST_F(LookoutTest, RequestOfAnother_isAnsweredWhileItsThreadSleeps)
+{
+    keepLooking();
+    EXPECT_FALSE(lookout.look(other, stop));
+    ask();
+    EXPECT_TRUE(comesTrue([this] { return other.answers == 1; }));
+    EXPECT_EQ(other.wakings, 0);
+}
+
+TEST_F(LookoutTest, PlaceWhereNothingIsAsked_fallsAsleepBesideABusyOne)
+{
+    keepLooking();
+    EXPECT_FALSE(lookout.look(other, stop));
+    EXPECT_TRUE(comesTrue([this] { return other.sleeping.load(); }));
+}
+
+TEST_F(LookoutTest, RequestThatTakesLonger_isLeftToItsThreadAndHoldsNobodyUp)
+{
+    keepLooking();
+    other.atOnce = false;
+    other.requests = 1;
+    EXPECT_FALSE(lookout.look(other, stop));
+    EXPECT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    EXPECT_TRUE(lookout.look(other, stop));
+    EXPECT_TRUE(goesOn());
+    EXPECT_EQ(other.answers, 0);
+    EXPECT_EQ(other.taken, 1);
+
+    lookout.finish(other);
+    other.atOnce = true;
+    ask();
+    EXPECT_TRUE(comesTrue([this] { return other.answers == 1; }));
+}
+
+TEST_F(LookoutTest, RequestDuringOneThatTakesLonger_waitsForIt)
+{
+    keepLooking();
+    other.atOnce = false;
+    other.requests = 2;
+    EXPECT_FALSE(lookout.look(other, stop));
+    EXPECT_TRUE(comesTrue([this] { return other.taken == 1; }));
+    EXPECT_TRUE(goesOn());
+    EXPECT_EQ(other.taken, 1);
+}
+
+TEST_F(LookoutTest, OwnRequestThatTakesLonger_endsTheLookingAndWakesThoseWhoAsk)
+{
+    keepLooking();
+    other.restless = true;
+    EXPECT_FALSE(lookout.look(other, stop));
+    ASSERT_TRUE(comesTrue([this] { return other.answers > 0; }));
+    mine.atOnce = false;
+    looking.join();
+    EXPECT_TRUE(calledIn);
+    EXPECT_EQ(other.wakings, 1);
+    EXPECT_TRUE(other.sleeping);
+
+    // Meanwhile the other one's thread looks.
+    other.restless = false;
+    EXPECT_FALSE(lookout.look(other, stop));
+    EXPECT_FALSE(other.asked());
+}
+
+TEST_F(LookoutTest, LongWatch_passesToAnother)
+{
+    keepLooking();
+    other.restless = true;
+    EXPECT_FALSE(lookout.look(other, stop));
+    looking.join();
+    EXPECT_FALSE(calledIn);
+    EXPECT_TRUE(mine.sleeping);
+    EXPECT_EQ(mine.wakings, 1);
+    EXPECT_EQ(other.wakings, 1);
+}
+
+TEST_F(LookoutTest, LongWatch_goesOnWhereThereIsNobodyElse)
+{
+    keepLooking();
+    EXPECT_TRUE(comesTrue([this] { return mine.answers > 30'000; }));
+    endLooking();
+    EXPECT_FALSE(calledIn);
+    EXPECT_TRUE(mine.sleeping);
+}
+
+TEST_F(LookoutTest, PlaceThatHasLeft_isNotLookedAt)
+{
+    keepLooking();
+    EXPECT_FALSE(lookout.look(other, stop));
+    lookout.leave(other);
+    other.requests = 1;
+    EXPECT_TRUE(goesOn());
+    EXPECT_EQ(other.taken, 0);
+}
+
+}  // namespace
