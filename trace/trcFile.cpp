@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "trcOutputs.h"
+#include "trcPlatform.h"
 #include "trcState.h"
 #include "trcText.h"
 
@@ -106,11 +107,28 @@ bool LineFile::open() noexcept
     return opened;
 }
 
+// A disk that fills up in the middle of a line keeps its beginning, which the next line would be glued to. It goes again,
+// unless somebody who did not get the mutex either has written behind it.
+bool LineFile::takeBack(DWORD written) noexcept
+{
+    LARGE_INTEGER now;
+    if (!GetFileSizeEx(file_, &now) || now.QuadPart != size_ + written) return false;
+    // The line's own handle may append only.
+    const HANDLE file = ReOpenFile(file_, FILE_WRITE_DATA, shareWithAll, 0);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    FILE_END_OF_FILE_INFO end;
+    end.EndOfFile.QuadPart = size_;
+    const BOOL shortened = SetFileInformationByHandle(file, FileEndOfFileInfo, &end, sizeof end);
+    CloseHandle(file);
+    return shortened;
+}
+
 void LineFile::write(const char* bytes, std::size_t count) noexcept
 {
     if (file_ == INVALID_HANDLE_VALUE) return;
     DWORD written = 0;
-    WriteFile(file_, bytes, static_cast<DWORD>(count), &written, nullptr);
+    trcPlatform.writeFile(file_, bytes, static_cast<DWORD>(count), &written, nullptr);
+    if (written != 0 && written < count && takeBack(written)) written = 0;
     size_ += written;  // nobody else writes while this process has the mutex, so there is no need to ask
     close();
     if (!isAboveLimit()) return;

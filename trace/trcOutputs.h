@@ -28,12 +28,14 @@ class LineFile
     // Opens the current file, changing files where it is above the limit. False: the line is not written.
     bool open() noexcept;
 
-    // Writes and closes. When that took the file above the limit, the other one is current from now on.
+    // Writes and closes; a line for which there is no room leaves nothing behind. When that took the file above the
+    // limit, the other one is current from now on.
     void write(const char* bytes, std::size_t count) noexcept;
 
  private:
     bool append(DWORD disposition) noexcept;
     bool askSize() noexcept;
+    bool takeBack(DWORD written) noexcept;
     bool isAboveLimit() const noexcept;
     void close() noexcept;
 

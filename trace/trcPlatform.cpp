@@ -15,6 +15,11 @@ BOOL deviceIoControl(HANDLE device, DWORD code, void* in, DWORD inSize, void* ou
     return DeviceIoControl(device, code, in, inSize, out, outSize, returned, overlapped);
 }
 
+BOOL writeFile(HANDLE file, const void* bytes, DWORD count, DWORD* written, OVERLAPPED* overlapped)
+{
+    return WriteFile(file, bytes, count, written, overlapped);
+}
+
 // The shell library is loaded by hand, so that only processes that are configured for the trace engine pay for it.
 bool commonProgramFiles(char (&folder)[MAX_PATH])
 {
@@ -55,6 +60,7 @@ ULONGLONG milliseconds()
 constinit Platform trcPlatform{10000,
                                createFile,
                                deviceIoControl,
+                               writeFile,
                                commonProgramFiles,
                                registerEventSource,
                                reportEvent,

@@ -1,5 +1,5 @@
-// What the trace asks of the machine and tests replace: the lock's patience, the driver, the folder of the trace
-// engine, the event log, the clock of Consult. The functions have the shape of those of Windows that they stand for.
+// What the trace asks of the machine and tests replace: the lock's patience, the driver, writing to a trace file, the
+// folder of the trace engine, the event log, the clock of Consult. The functions have the shape of those of Windows that they stand for.
 #pragma once
 
 #include <windows.h>
@@ -10,12 +10,15 @@ struct Platform
 {
     DWORD lockWait;  // milliseconds that a line waits for the machine's trace mutex
 
-    // The driver only; files and objects are always the machine's own.
+    // The driver only; files and objects are opened on the machine itself.
     HANDLE(*createFile)
     (const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition, DWORD flags,
      HANDLE templateFile);
     BOOL(*deviceIoControl)
     (HANDLE, DWORD code, void* in, DWORD inSize, void* out, DWORD outSize, DWORD* returned, OVERLAPPED*);
+
+    // A trace file's line.
+    BOOL (*writeFile)(HANDLE, const void* bytes, DWORD count, DWORD* written, OVERLAPPED*);
 
     // The common program-files folder of 32-bit programs; false when it cannot be had.
     bool (*commonProgramFiles)(char (&folder)[MAX_PATH]);

@@ -1,4 +1,5 @@
 // The values below TrcParams as the registry holds them, the filters, and when they are read again.
+#include "refusedKey.h"
 #include "traceFixture.h"
 #include "trcState.h"
 
@@ -19,6 +20,19 @@ TEST_F(Configuration, NoKey_defaults)
     EXPECT_EQ(trc::trcSmSize, 2000000u);
     EXPECT_STREQ(trc::trcFileBase, "C:\\TMP\\KXFILE");
     EXPECT_STREQ(trc::trcTraceId, "KXOVATDX");
+}
+
+TEST_F(Configuration, KeyThatRefuses_countsAsMissingUntilItRefusesNoMore)
+{
+    configureFile();
+    RefusedKey refused(HKEY_LOCAL_MACHINE, L"Software\\TAVRONE\\NORIX\\TrcParams");
+    start();
+    EXPECT_EQ(trcLevelMask, 0u);
+    line("lost");
+    refused.giveBack();
+    raiseGeneration();
+    line("kept");
+    EXPECT_EQ(contentOf(tracePath(1)), "F kept \n");
 }
 
 TEST_F(Configuration, EmptyValue_countsAsMissing)
