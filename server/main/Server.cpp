@@ -98,9 +98,10 @@ std::optional<StartFailure> Server::start()
         log_.warning("clients cannot wait for the server: %s", systemMessage(GetLastError()).c_str());
 
     if (const Result result = store_.open()) {
-        return StartFailure{Kind::Store, "The configuration store HKEY_LOCAL_MACHINE\\" + utf8(places_.storeKey) +
-                                             " cannot be opened: " + systemMessage(result) +
-                                             ". Run the server as administrator or as a service."};
+        return StartFailure{result == result::refused ? Kind::Refused : Kind::Store,
+                            "The configuration store HKEY_LOCAL_MACHINE\\" + utf8(places_.storeKey) +
+                                " cannot be opened: " + systemMessage(result) +
+                                ". Run the server as administrator or as a service."};
     }
     if (const Result result = createInitialNames()) {
         log_.error("the catalogue's logical names cannot be created: %s", systemMessage(result).c_str());

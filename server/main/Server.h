@@ -42,7 +42,7 @@ struct ServerPlaces
 // Why a server does not start.
 struct StartFailure
 {
-    enum class Kind { AlreadyRunning, Store, Listener };
+    enum class Kind { AlreadyRunning, Refused, Store, Listener };
 
     Kind kind;
     std::string text;  // one sentence and, where one helps, the next step

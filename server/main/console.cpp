@@ -29,12 +29,24 @@ void print(const std::vector<std::string>& errors)
         std::fprintf(stderr, "%s\n", error.c_str());
 }
 
+Exit exitOf(StartFailure::Kind kind) noexcept
+{
+    switch (kind) {
+        case StartFailure::Kind::AlreadyRunning:
+            return Exit::AlreadyRunning;
+        case StartFailure::Kind::Refused:
+            return Exit::Refused;
+        default:
+            return Exit::Failed;
+    }
+}
+
 Exit serve(std::shared_ptr<const catalogue::Catalogue> catalogue, Log& log)
 {
     Server server({}, std::move(catalogue), log);
     if (const auto failure = server.start()) {
         complain(failure->text);
-        return failure->kind == StartFailure::Kind::AlreadyRunning ? Exit::AlreadyRunning : Exit::Failed;
+        return exitOf(failure->kind);
     }
     std::printf("kxovasrvx: ready (process %lu)\n", GetCurrentProcessId());
     std::fflush(stdout);

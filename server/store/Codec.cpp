@@ -100,6 +100,13 @@ LSTATUS readContent(Registry& registry, Family family, std::wstring_view name, C
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
 }
 
+LSTATUS mayChangeObject(Registry& registry, Family family, std::wstring_view name, bool toRemove)
+{
+    const LSTATUS status = registry.mayChange(objectPath(family, name), toRemove);
+    // The key of the Ndi values goes with the last of them.
+    return status != ERROR_SUCCESS || family == Family::Name ? status : registry.mayChange(ndiPath(name), true);
+}
+
 LSTATUS writeContent(Registry& registry, Family family, std::wstring_view name, const Content& content)
 {
     if (const LSTATUS status = writeTable(registry, objectPath(family, name), content.values)) return status;

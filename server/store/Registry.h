@@ -53,6 +53,9 @@ class Registry
     virtual LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) = 0;
     virtual LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) = 0;
 
+    // Whether the key's values may be changed, and `toDelete` the key itself deleted. An absent key is success.
+    virtual LSTATUS mayChange(const std::wstring& path, bool toDelete) = 0;
+
     // Has what was written so far brought to the disk.
     virtual LSTATUS flush() = 0;
 };
@@ -72,6 +75,7 @@ class WindowsRegistry : public Registry
     LSTATUS deleteValue(const std::wstring& path, const std::wstring& name) override;
     LSTATUS subkeys(const std::wstring& path, std::vector<Subkey>& found) override;
     LSTATUS values(const std::wstring& path, std::vector<RawValue>& found) override;
+    LSTATUS mayChange(const std::wstring& path, bool toDelete) override;
     LSTATUS flush() override;
 
     HKEY hive() const noexcept { return hive_; }

@@ -38,7 +38,7 @@ Result Store::open()
     std::optional<std::vector<Step>> unfinished;
     bool damaged = false;
     LSTATUS status = journal_.read(unfinished, damaged);
-    if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+    if (status != ERROR_SUCCESS) return unreadable(L"Journal", status);
     if (damaged) log_.warning("the journal's record is damaged and is dropped; the change it held was not finished");
     if (unfinished) {
         log_.info("finishing a change of %zu step(s) that an earlier server could not finish", unfinished->size());
@@ -61,16 +61,24 @@ Result Store::load(Family family)
     std::vector<Subkey> keys;
     const LSTATUS listed = registry_.subkeys(familyKey(family), keys);
     isNew_[static_cast<std::size_t>(family)] = listed == ERROR_FILE_NOT_FOUND;
-    if (listed != ERROR_SUCCESS && listed != ERROR_FILE_NOT_FOUND) return static_cast<Result>(listed);
+    if (listed != ERROR_SUCCESS && listed != ERROR_FILE_NOT_FOUND) return unreadable(familyKey(family), listed);
     const std::lock_guard guard(reading_);
     for (const Subkey& key : keys) {
         Content content;
         const LSTATUS status = readContent(registry_, family, key.name, content);
         if (status == ERROR_FILE_NOT_FOUND) continue;  // deleted meanwhile
-        if (status != ERROR_SUCCESS) return static_cast<Result>(status);
+        if (status != ERROR_SUCCESS) return unreadable(objectPath(family, key.name), status);
         configuration_.of(family).put(key.name, std::move(content));
     }
     return result::ok;
+}
+
+// One key among thousands may be the one; the caller knows the store's only.
+Result Store::unreadable(std::wstring_view path, LSTATUS status)
+{
+    log_.error("the key %s cannot be read: %s", inQuotes(path).c_str(),
+               systemMessage(static_cast<DWORD>(status)).c_str());
+    return static_cast<Result>(status);
 }
 
 // Before every change. A record that outlived its change would be carried out again at the next start and undo what
@@ -185,11 +193,23 @@ Result Store::clearNdi(std::wstring_view device)
     return commit({{Step::Kind::Put, Family::Device, object->name, {object->content.values, {}}}});
 }
 
+// A key that refuses is found before anything is changed: a change that met it on the way could not be taken back there,
+// and would keep all later ones waiting for that.
+LSTATUS Store::mayChange(const std::vector<Step>& steps)
+{
+    for (const Step& step : steps) {
+        const bool toRemove = step.kind == Step::Kind::Remove;
+        if (const LSTATUS status = mayChangeObject(registry_, step.family, step.name, toRemove)) return status;
+    }
+    return ERROR_SUCCESS;
+}
+
 // Written down, carried out, forgotten, and seen by readers. A change that fails on the way is taken back, which is
 // written down too.
 Result Store::commit(std::vector<Step> steps)
 {
     if (const Result result = settle()) return result;
+    if (const LSTATUS status = mayChange(steps)) return fromRegistry(status);
     LSTATUS status = journal_.write(steps);
     unsettled_.emplace();
     if (status == ERROR_SUCCESS) {
@@ -279,11 +299,17 @@ Result Store::reload(Family family)
     const catalogue::Map<Stamp> before = std::exchange(stamps_[static_cast<std::size_t>(family)], {});
     catalogue::Map<Stamp>& now = stamps_[static_cast<std::size_t>(family)];
     catalogue::Map<bool> there;
+    Result result = result::ok;
     for (const Subkey& key : keys) {
         there.emplace(key.name, true);
         const Stamp written = stamp(family, key);
         const Stamp* const known = catalogue::find(before, key.name);
-        if (!known || *known != written) reloadObject(family, key.name);
+        if (!known || *known != written) {
+            if (const Result unread = reloadObject(family, key.name)) {
+                if (result == result::ok) result = unread;
+                continue;
+            }
+        }
         if (written.key < recent && written.ndi < recent) now.emplace(key.name, written);
     }
     std::vector<std::wstring> gone;
@@ -295,7 +321,7 @@ Result Store::reload(Family family)
     }
     for (const std::wstring& name : gone)
         reloadObject(family, name);
-    return result::ok;
+    return result;
 }
 
 Store::Stamp Store::stamp(Family family, const Subkey& key) const
@@ -309,10 +335,10 @@ Store::Stamp Store::stamp(Family family, const Subkey& key) const
     return result;
 }
 
-void Store::reloadObject(Family family, const std::wstring& name)
+Result Store::reloadObject(Family family, const std::wstring& name)
 {
     const std::lock_guard guard(writing_);
-    if (unsettled_) return;  // the registry is the one that is wrong
+    if (unsettled_) return ERROR_BUSY;  // the registry is the one that is wrong
     Content content;
     const LSTATUS status = readContent(registry_, family, name, content);
     const Object* const known = configuration_.of(family).find(name);
@@ -321,11 +347,14 @@ void Store::reloadObject(Family family, const std::wstring& name)
         steps.push_back({Step::Kind::Put, family, name, std::move(content)});
     } else if (status == ERROR_FILE_NOT_FOUND && known) {
         steps.push_back({Step::Kind::Remove, family, name, {}});
+    } else if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
+        return static_cast<Result>(status);
     }
-    if (steps.empty()) return;
+    if (steps.empty()) return result::ok;
     log_.info("%s %s was changed in the registry by others",
               family == Family::Name ? "logical name" : "logical device", inQuotes(name).c_str());
     remember(steps);
+    return result::ok;
 }
 
 }  // namespace srv

@@ -70,7 +70,8 @@ class Store
     Result clearNdi(std::wstring_view device);
 
     // Compares the registry with the memory and takes over what others have changed there. Objects whose keys have
-    // not been written since the last time are not read again.
+    // not been written since the last time are not read again. What cannot be read stays as it is in memory, is read
+    // the next time, and the first of its errors is returned.
     Result reload();
 
     // Has all that is stored brought to the disk.
@@ -89,13 +90,15 @@ class Store
         bool operator==(const Stamp&) const = default;
     };
 
+    Result unreadable(std::wstring_view path, LSTATUS status);
     Result settle();
+    LSTATUS mayChange(const std::vector<Step>& steps);
     Result commit(std::vector<Step> steps);
     std::vector<Step> inverse(const std::vector<Step>& steps) const;
     void remember(std::vector<Step>& steps);
     Result load(Family family);
     Result reload(Family family);
-    void reloadObject(Family family, const std::wstring& name);
+    Result reloadObject(Family family, const std::wstring& name);
     Stamp stamp(Family family, const Subkey& key) const;
 
     Registry& registry_;

@@ -87,13 +87,18 @@ bool Watcher::compare()
         if (isSetWithin(stop_, retryAfter)) return false;
     }
     if (!waitForPause()) return false;
-    const DWORD start = GetTickCount();
-    if (const Result result = store_.reload()) {
-        log_.error("the registry cannot be compared: %s", systemMessage(result).c_str());
+    DWORD start = GetTickCount();
+    const auto rest = [&start] { return std::min(GetTickCount() - start, longestWait) * restPerWork; };
+    for (Result told = result::ok; const Result failure = store_.reload();) {
+        if (failure != told) log_.error("the registry cannot be compared: %s", systemMessage(failure).c_str());
+        told = failure;
+        if (look_) look_();
+        // That a key does not refuse any more is reported by nothing.
+        if (isSetWithin(stop_, std::max(retryAfter, rest()))) return false;
+        start = GetTickCount();
     }
     if (look_) look_();
-    const DWORD spent = GetTickCount() - start;
-    return !isSetWithin(stop_, std::min(spent, longestWait) * restPerWork);
+    return !isSetWithin(stop_, rest());
 }
 
 bool Watcher::waitForPause()

@@ -6,6 +6,7 @@
 
 #include "main/options.h"
 #include "Program.h"
+#include "refusedKey.h"
 
 using testing::HasSubstr;
 
@@ -56,6 +57,21 @@ TEST(Commands, Hardware_isPluggedInListedAndPulledOut)
     EXPECT_EQ(run(L"hardware remove " + argument).status, 0);
     EXPECT_THAT(run(L"hardware list").output, testing::Not(HasSubstr(id)));
     EXPECT_EQ(run(L"hardware remove " + argument).status, 1);
+}
+
+TEST(Commands, HardwareThatTheRegistryRefuses_isStatus6)
+{
+    ASSERT_EQ(run(L"hardware add *TVRA020 --id refused").status, 0);
+    {
+        const RefusedKey refused(HKEY_LOCAL_MACHINE, L"SOFTWARE\\TAVRONE\\NORIX\\Hardware");
+        for (const wchar_t* const command :
+             {L"hardware list", L"hardware remove refused", L"hardware add *TVRA020 --id refused"}) {
+            const Finished result = run(command);
+            EXPECT_EQ(result.status, 6);
+            EXPECT_THAT(result.output, HasSubstr("administrator"));
+        }
+    }
+    EXPECT_EQ(run(L"hardware remove refused").status, 0);
 }
 
 TEST(Commands, HardwareThatCannotBe_isStatus1AndSaysWhy)

@@ -3,6 +3,7 @@
 
 #include "PipeClient.h"
 #include "Program.h"
+#include "refusedKey.h"
 #include "wire/frame.h"
 
 using namespace bytes;
@@ -85,6 +86,29 @@ TEST_F(Run, KilledServer_leavesNoStartEventThatClientsWouldWaitFor)
     EXPECT_TRUE(srv::Handle(OpenEventA(SYNCHRONIZE, FALSE, wire::serverStartEventName)));
     server.kill();
     EXPECT_FALSE(srv::Handle(OpenEventA(SYNCHRONIZE, FALSE, wire::serverStartEventName)));
+}
+
+TEST_F(Run, StoreThatRefuses_isStatus6AndNamesTheKeyUntilItRefusesNoMore)
+{
+    {
+        Program server(L"run --quiet");
+        ASSERT_TRUE(server.prints("ready"));
+        PipeClient(channel).ask(create());
+    }
+    const std::wstring store = L"SOFTWARE\\TAVRONE\\NORIX";
+    for (const auto& [below, named] :
+         {std::pair{L"", "the key \"Journal\" cannot be read"},
+          {L"\\Journal", "the key \"Journal\" cannot be read"},
+          {L"\\LogDevices\\KxovaTest", "the key \"LogDevices\\KxovaTest\" cannot be read"}}) {
+        const RefusedKey refused(HKEY_LOCAL_MACHINE, store + below);
+        const Finished result = run(L"run");
+        EXPECT_EQ(result.status, 6);
+        EXPECT_THAT(result.output, HasSubstr("HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVRONE\\NORIX cannot be opened: "));
+        EXPECT_THAT(result.output, HasSubstr("administrator"));
+        EXPECT_THAT(result.output, HasSubstr(named));
+    }
+    Program server(L"run --quiet");
+    EXPECT_TRUE(server.prints("ready"));
 }
 
 TEST_F(Run, UnusableCatalogue_isStatus1WithFileAndLine)

@@ -1,6 +1,7 @@
 // Registry requests over the server pipe, in bytes: what they do, and that they do nothing elsewhere.
 #include <gtest/gtest.h>
 
+#include "refusedKey.h"
 #include "TestServer.h"
 
 using namespace bytes;
@@ -192,6 +193,33 @@ TEST_F(RegistryTest, ServersOwnKeys_areReadOnly)
     }
     EXPECT_EQ(deleteKey(norix), reply(5));
     EXPECT_EQ(deleteKey(u"SOFTWARE\\WOW6432Node\\TAVRONE"), reply(5));
+}
+
+TEST_F(RegistryTest, KeyThatRefusesTheServer_is5AndUnchangedUntilItRefusesNoMore)
+{
+    create(below(u"X\\Y"));
+    setValue(below(u"X"), u"a", u"1");
+    RefusedKey refused(HKEY_CURRENT_USER, key.path() + L"\\NORIX\\X");
+    EXPECT_EQ(create(below(u"X")), reply(5));
+    EXPECT_EQ(setValue(below(u"X"), u"a", u"2"), reply(5));
+    EXPECT_EQ(get(below(u"X"), u"a"), reply(5));
+    EXPECT_EQ(valueAt(below(u"X"), 0), reply(5));
+    EXPECT_EQ(keyAt(below(u"X"), 0), reply(5));
+    EXPECT_EQ(deleteValue(below(u"X"), u"a"), reply(5));
+    EXPECT_EQ(deleteKey(below(u"X")), reply(5));
+    refused.giveBack();
+    EXPECT_EQ(valueAt(below(u"X"), 0), reply(0, replyStr(u"a") + replyStr(u"1")));
+    EXPECT_EQ(keyAt(below(u"X"), 0), reply(0, replyStr(u"Y")));
+    EXPECT_EQ(deleteKey(below(u"X")), reply(0));
+}
+
+TEST_F(RegistryTest, SystemsKeyThatRefusesTheServer_is5)
+{
+    ASSERT_EQ(system.createKey(L"HARDWARE\\DEVICEMAP\\SERIALCOMM"), ERROR_SUCCESS);
+    RefusedKey refused(HKEY_CURRENT_USER, key.path() + L"\\Machine\\HARDWARE\\DEVICEMAP\\SERIALCOMM");
+    EXPECT_EQ(valueAt(u"Hardware\\DeviceMap\\SerialComm", 0), reply(5));
+    refused.giveBack();
+    EXPECT_EQ(valueAt(u"Hardware\\DeviceMap\\SerialComm", 0), reply(259));
 }
 
 TEST_F(RegistryTest, SystemsKeys_areReadOnlyAndOnlyTheOnesNeeded)

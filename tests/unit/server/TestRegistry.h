@@ -57,6 +57,7 @@ class PassingRegistry : public srv::Registry
     {
         return real_.values(path, found);
     }
+    LSTATUS mayChange(const std::wstring& path, bool toDelete) override { return real_.mayChange(path, toDelete); }
     LSTATUS flush() override { return real_.flush(); }
 
  protected:

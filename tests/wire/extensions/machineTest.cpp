@@ -1,6 +1,7 @@
 // Versions, settings and the time.
 
 #include "importHook.h"
+#include "refusedKey.h"
 #include "registryText.h"
 #include "requests.h"
 #include "scriptedPipe.h"
@@ -159,6 +160,17 @@ TEST_F(L7Timeout, UnnamedValue_isRead)
 TEST_F(L7Timeout, NothingConfigured_is2)
 {
     EXPECT_EQ(GetDefaultL7Timeout(value, &length), 2);
+}
+
+TEST_F(L7Timeout, KeyThatRefuses_is5UntilItRefusesNoMore)
+{
+    const RegistryText timeout(key, "", "30000");
+    RefusedKey refused(HKEY_LOCAL_MACHINE, LR"(Software\TAVRONE\NORIX\LKM&BlockLibrary)");
+    EXPECT_EQ(GetDefaultL7Timeout(value, &length), ERROR_ACCESS_DENIED);
+    EXPECT_STREQ(value, "before");
+    refused.giveBack();
+    EXPECT_EQ(GetDefaultL7Timeout(value, &length), 0);
+    EXPECT_STREQ(value, "30000");
 }
 
 TEST_F(L7Timeout, ShortBuffer_isTheRegistrysResult)

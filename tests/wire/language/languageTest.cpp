@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include "handle_count.h"
 #include "kxframework.h"
 #include "kxovaapi.h"
 #include "program.h"
+#include "refusedKey.h"
 #include "registryText.h"
 #include "traceCapture.h"
 
@@ -423,6 +425,19 @@ TEST_F(RegistryReader, MissingKeyAndMissingValue_are8012AndEmpty)
     text = "before";
     EXPECT_EQ(read(), 8012);
     EXPECT_STREQ(text, "");
+}
+
+TEST_F(RegistryReader, KeyThatRefuses_is8012AndEmptyUntilItRefusesNoMore)
+{
+    const RegistryText value(key, "v", "GERMAN");
+    RefusedKey refused(HKEY_LOCAL_MACHINE, LR"(SOFTWARE\TAVRONE\NORIX\ReaderTest)");
+    const std::size_t handles = handleCount();
+    EXPECT_EQ(read(), 8012);
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(handleCount(), handles);
+    refused.giveBack();
+    EXPECT_EQ(read(), 0);
+    EXPECT_STREQ(text, "GERMAN");
 }
 
 TEST_F(RegistryReader, Number_isNoText)

@@ -7,8 +7,10 @@
 #include <thread>
 #include <vector>
 
+#include "handle_count.h"
 #include "kxframework.h"
 #include "kxovaapi.h"
+#include "refusedKey.h"
 
 namespace {
 
@@ -82,6 +84,28 @@ TEST_F(HandleFunctions, SetValue_storesAText)
     ASSERT_EQ(RegGetValueA(key, "a", "v", RRF_RT_ANY, &type, stored, &size), 0);
     EXPECT_EQ(type, DWORD{REG_SZ});
     EXPECT_EQ(std::string(stored, size), std::string("Ger\xE4t", 6));
+}
+
+TEST_F(HandleFunctions, KeyThatRefuses_is5AndUnchangedUntilItRefusesNoMore)
+{
+    KxBRegCreateKey(key, "a");
+    KxBRegSetValue(key, "a", "v", "kept");
+    RefusedKey refused(HKEY_CURRENT_USER, LR"(Software\kxova-test-handles\a)");
+    HKEY opened = nullptr;
+    const std::size_t handles = handleCount();
+    EXPECT_EQ(KxBRegOpen(key, "a", opened, KEY_READ), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(KxBRegKeyExists(key, "a", KEY_READ), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(KxBRegCreateKey(key, "a"), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(KxBRegGetValue(key, "a", "v", text), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(KxBRegGetValue(key, "a", "v", buffer, &length), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(KxBRegSetValue(key, "a", "v", "lost"), ERROR_ACCESS_DENIED);
+    EXPECT_STREQ(text, "before");
+    EXPECT_EQ(length, sizeof buffer);
+    EXPECT_EQ(handleCount(), handles);
+    refused.giveBack();
+    EXPECT_EQ(KxBRegGetValue(key, "a", "v", text), 0);
+    EXPECT_STREQ(text, "kept");
+    EXPECT_EQ(KxBRegSetValue(key, "a", "v", "new"), 0);
 }
 
 TEST_F(HandleFunctions, SetValue_makesNoKey)
