@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "kxovaapi.h"
@@ -17,7 +18,7 @@ namespace {
 constexpr char devicesKey[] = "SOFTWARE\\TAVRONE\\NORIX\\LogDevices";
 constexpr int numbers[] = {10, 100, 1000, 10'000, 100'000};
 constexpr int asked = 2000;  // items of a number are asked for, evenly spread
-constexpr int changed = 100;
+constexpr int changed = 200;
 
 std::string nameOf(int number)
 {
@@ -77,30 +78,38 @@ double spread(int items, int most, Ask ask)
     return each.at(0.1);
 }
 
-// Until the server can be reached.
-double start(Program*& server)
+// Until the server can be reached; the quietest of several starts, the last of which leaves the server running.
+double start(std::unique_ptr<Program>& server, int rounds)
 {
-    return microsecondsOf([&] {
-        server = new Program(serverProgram, "run --quiet");
-        if (!startServer(*server)) std::printf("bench: the server does not start: %s\n", server->output().c_str());
-    });
+    Series each;
+    for (int i = 0; i < rounds; ++i) {
+        server.reset();
+        each.measure([&] {
+            server = std::make_unique<Program>(serverProgram, "run --quiet");
+            if (!startServer(*server))
+                std::printf("bench: the server does not start: %s\n", server->output().c_str());
+        });
+    }
+    return each.at(0);
+}
+
+int startsWith(int items)
+{
+    return items <= 1000 ? 9 : items <= 10'000 ? 5 : 3;
 }
 
 int measure(const Options& options)
 {
     Growth growth("logical devices in the store");
     Devices devices;
-    Program* server = nullptr;
-    Series bare;
-    for (int i = 0; i < 3; ++i) {
-        bare.times.push_back(start(server));
-        delete server;
-    }
+    std::unique_ptr<Program> server;
+    const double bare = start(server, startsWith(0));
+    server.reset();
     for (const int items : numbers) {
         devices.growTo(items);
-        const double started = start(server);
+        const double started = start(server, startsWith(items));
         // What a start costs with none is more than a few devices cost.
-        if (items >= 1000) growth.add("server start, without that of none", items, (started - bare.median()) / items);
+        if (items >= 1000) growth.add("server start, without that of none", items, (started - bare) / items);
         growth.add("LogDeviceGetEnum", items, spread(items, asked, [](int index) {
                        Text name;
                        LogDeviceGetEnum(nullptr, static_cast<unsigned long>(index), name.buffer, &name.length);
@@ -115,7 +124,7 @@ int measure(const Options& options)
                        LogDeviceCopy(nameOf(index).c_str(), "kxova bench copy");
                        LogDeviceDel("kxova bench copy");
                    }));
-        delete server;
+        server.reset();
     }
     growth.finish(options);
     return 0;

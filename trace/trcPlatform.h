@@ -1,5 +1,6 @@
 // What the trace asks of the machine and tests replace: the lock's patience, the driver, writing to a trace file, the
-// folder of the trace engine, the event log, the clock of Consult. The functions have the shape of those of Windows that they stand for.
+// folder of the trace engine, the event log, the clock of Consult. The functions have the shape of those of Windows that
+// they stand for.
 #pragma once
 
 #include <windows.h>

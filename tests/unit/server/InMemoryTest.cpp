@@ -36,6 +36,10 @@ class CountingRegistry : public PassingRegistry
     {
         return ++calls, PassingRegistry::values(path, found);
     }
+    LSTATUS mayChange(const std::wstring& path, bool toDelete) override
+    {
+        return ++calls, PassingRegistry::mayChange(path, toDelete);
+    }
     LSTATUS flush() override { return ++calls, PassingRegistry::flush(); }
 };
 
