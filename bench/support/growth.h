@@ -14,11 +14,17 @@ class Growth
  public:
     explicit Growth(const char* bench) : bench_(bench) { std::printf("%s, time for each item\n", bench); }
 
-    void add(const std::string& what, int items, double each)
+    // What has no goal.
+    void show(const std::string& what, int items, double each)
     {
         std::printf("  %-44s %7d items %10.2f us each\n", what.c_str(), items, each);
         std::fflush(stdout);
         rows_.push_back({{"name", what}, {"items", items}, {"each_us", each}});
+    }
+
+    void add(const std::string& what, int items, double each)
+    {
+        show(what, items, each);
         for (Kind& kind : kinds_) {
             if (kind.what != what) continue;
             kind.each.push_back(each);
