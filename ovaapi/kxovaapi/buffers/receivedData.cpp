@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "buffers/clear.h"
 #include "Kxotrc.h"
 
 namespace {
@@ -30,7 +31,10 @@ constexpr char tooShort[] = "<< return Error DCFG_ERR_BUFFER_TOO_SHORT ";
 
 }  // namespace
 
-receivedData::receivedData() noexcept : data_(static_cast<std::uint8_t*>(std::calloc(1, wire::maxPayload))) {}
+receivedData::receivedData() noexcept : data_(static_cast<std::uint8_t*>(std::malloc(wire::maxPayload)))
+{
+    if (data_) clear<wire::maxPayload>(data_);
+}
 
 receivedData::receivedData(receivedData&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)),

@@ -8,6 +8,8 @@
 #include <memory>
 #include <new>
 
+#include "buffers/clear.h"
+
 namespace {
 
 // In 64 bits, so that no count can wrap around the end of the buffer.
@@ -20,7 +22,7 @@ bool fits(std::uint32_t cursor, std::uint64_t count) noexcept
 
 void sendData::Reset() noexcept
 {
-    std::memset(data_, 0, sizeof data_);
+    clear<sizeof data_>(data_);
     cursor_ = 0;
 }
 

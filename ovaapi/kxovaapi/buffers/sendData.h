@@ -12,7 +12,7 @@
 class sendData
 {
  public:
-    sendData() noexcept = default;
+    sendData() noexcept { Reset(); }
 
     // Back to an empty request.
     void Reset() noexcept;
@@ -33,6 +33,6 @@ class sendData
     std::uint32_t cursor() const noexcept { return cursor_; }
 
  private:
-    std::uint8_t data_[wire::maxPayload]{};
+    std::uint8_t data_[wire::maxPayload];
     std::uint32_t cursor_ = 0;
 };

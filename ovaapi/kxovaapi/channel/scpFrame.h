@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "buffers/clear.h"
 #include "buffers/sendData.h"
 #include "wire/frame.h"
 
@@ -14,6 +15,7 @@ class requestFrame
     explicit requestFrame(const sendData& request) noexcept
         : payloadLength_(static_cast<std::uint16_t>(std::min<std::size_t>(request.cursor(), wire::maxPayload)))
     {
+        clear<sizeof frame_>(frame_);
         namespace at = wire::header;
         put8(at::lengthOffset, static_cast<std::uint8_t>(wire::frameHeaderLength));
         put16(at::magicOffset, at::magic);
@@ -41,13 +43,15 @@ class requestFrame
         frame_[offset + 1] = static_cast<std::uint8_t>(value >> 8);
     }
 
-    std::uint8_t frame_[wire::requestFrameCapacity]{};
+    std::uint8_t frame_[wire::requestFrameCapacity];
     std::uint16_t payloadLength_;
 };
 
 class replyFrame
 {
  public:
+    replyFrame() noexcept { clear<sizeof frame_>(frame_); }
+
     void* bytes() noexcept { return frame_; }
     static constexpr std::uint16_t capacity() noexcept { return wire::replyFrameCapacity; }
     const std::uint8_t* payload() const noexcept { return frame_ + wire::frameHeaderLength; }
@@ -59,5 +63,5 @@ class replyFrame
     }
 
  private:
-    std::uint8_t frame_[wire::replyFrameCapacity]{};
+    std::uint8_t frame_[wire::replyFrameCapacity];
 };

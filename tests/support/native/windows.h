@@ -51,6 +51,11 @@ DWORD GetCurrentProcessId();
 DWORD GetCurrentThreadId();
 
 // Memory
+inline void __stosd(DWORD* target, DWORD value, std::size_t count)
+{
+    while (count-- > 0)
+        *target++ = value;
+}
 inline HANDLE GetProcessHeap()
 {
     return nullptr;
