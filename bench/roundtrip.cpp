@@ -279,7 +279,7 @@ int run(const Options& options)
     LogDeviceSetValue(device, parameter, text.c_str());
     Channel same(Frame(wire::opcode::LogDeviceGetValue).text(device).text(parameter).number(260));
     // As long as the other, and nothing to look for: what is left is the channel.
-    Channel cheap(Frame(wire::opcode::LogNameExists).text(std::string(47, 'n')));
+    Channel cheap(Frame(wire::opcode::LogNameExists).text(std::string(45, 'n')).number(0));
     const RegistryValue registry(text);
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
 

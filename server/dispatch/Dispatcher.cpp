@@ -44,12 +44,22 @@ std::span<const std::uint8_t> Dispatcher::handle(Session& session, std::span<con
     }
 }
 
-bool Dispatcher::atOnce(Via via, std::span<const std::uint8_t> request) const noexcept
+std::span<const std::uint8_t> Dispatcher::handleAtOnce(Session& session, std::span<const std::uint8_t> request,
+                                                       std::span<std::uint8_t> space) const noexcept
 {
+    if (context_.log.enabled(Level::Debug)) return {};
     RequestReader reader(request);
+    ReplyWriter reply(space);
     std::uint16_t opcode = 0;
-    const Operation* const operation = reader.u16(opcode) ? find(opcode, via) : nullptr;
-    return !operation || operation->work == Work::InMemory;
+    const Operation* const operation = reader.u16(opcode) ? find(opcode, session.via()) : nullptr;
+    if (!operation || operation->work != Work::InMemory) return {};
+    try {
+        const Outcome outcome = operation->run({context_, session, reply}, reader, nullptr);
+        if (outcome.fields == Fields::Malformed) return {};
+        return reply.finish(outcome.result);
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 Outcome Dispatcher::run(const Operation& operation, const Call& call, RequestReader& reader) const

@@ -21,8 +21,10 @@ class Dispatcher
     std::span<const std::uint8_t> handle(Session& session, std::span<const std::uint8_t> request,
                                          std::span<std::uint8_t> space) const noexcept;
 
-    // Whether the answer to a request needs nothing but memory.
-    bool atOnce(Via via, std::span<const std::uint8_t> request) const noexcept;
+    // The same for a request whose answer needs nothing but memory, not even a line in the log, which may have to wait for
+    // who reads it. Empty for any other, of which nothing has been done then.
+    std::span<const std::uint8_t> handleAtOnce(Session& session, std::span<const std::uint8_t> request,
+                                               std::span<std::uint8_t> space) const noexcept;
 
     // The answer to something that is no request: kind 4, result 87.
     static std::span<const std::uint8_t> refuse(std::span<std::uint8_t> space) noexcept;

@@ -88,7 +88,7 @@ struct Outcome
     Result result = result::ok;
 };
 
-// What it takes to answer: memory, or also the registry, other processes, other clients.
+// What it takes to answer: memory and nothing that may keep one waiting, or also the registry, other processes, the log.
 enum class Work { InMemory, Outside };
 
 struct Operation

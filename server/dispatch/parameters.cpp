@@ -58,6 +58,22 @@ void checkDevice(const catalogue::Catalogue& catalogue, const Object& device, Fi
     }
 }
 
+// Each object by itself, so that whoever changes something waits for one of them at most.
+template <typename Check>
+void forEach(const Store& store, Family family, Check check)
+{
+    std::vector<std::wstring> names;
+    store.read([&](const Configuration& configuration) {
+        const ObjectTable& table = configuration.of(family);
+        for (std::size_t i = 0; i < table.size(); ++i)
+            names.push_back(table[i].name);
+    });
+    for (const std::wstring& name : names)
+        store.read([&](const Configuration& configuration) {
+            if (const Object* const object = configuration.of(family).find(name)) check(configuration, *object);
+        });
+}
+
 }  // namespace
 
 Result attribute(const Call& call, Required device, Required parameter, Required attribute, Capacity capacity)
@@ -87,15 +103,13 @@ Result averageList(const Call& call, Required device, Required parameter, Capaci
 Result plausibility(const Call& call)
 {
     Findings findings;
-    call.store().read([&](const Configuration& configuration) {
-        for (std::size_t i = 0; i < configuration.devices.size(); ++i)
-            checkDevice(call.server.catalogue, configuration.devices[i], findings);
-        for (std::size_t i = 0; i < configuration.names.size(); ++i) {
-            const Object& name = configuration.names[i];
-            const std::wstring_view device = name.content.values.textOf(L"LogDevice");
-            if (!device.empty() && !configuration.devices.find(device)) {
-                findings.add(result::notFound, "logical name", name.name, "points at the missing", device);
-            }
+    forEach(call.store(), Family::Device, [&](const Configuration&, const Object& device) {
+        checkDevice(call.server.catalogue, device, findings);
+    });
+    forEach(call.store(), Family::Name, [&](const Configuration& configuration, const Object& name) {
+        const std::wstring_view device = name.content.values.textOf(L"LogDevice");
+        if (!device.empty() && !configuration.devices.find(device)) {
+            findings.add(result::notFound, "logical name", name.name, "points at the missing", device);
         }
     });
     for (const std::string& line : findings.lines)

@@ -8,23 +8,29 @@ std::span<const std::uint8_t> ChannelConversation::answer(std::span<const std::u
 {
     RequestFrame frame = parseFrame(message);
     if (cut) frame.fault = "longer than any frame";
-    const std::span<std::uint8_t> space = std::span(reply_).subspan(::wire::frameHeaderLength);
     std::span<const std::uint8_t> payload;
     if (frame.fault) {
         log_.warning("client %lu: malformed frame of %zu bytes: %s", session_.clientProcess(), message.size(),
                      frame.fault);
-        payload = Dispatcher::refuse(space);
+        payload = Dispatcher::refuse(payloadSpace());
     } else {
-        payload = dispatcher_.handle(session_, frame.payload, space);
+        payload = dispatcher_.handle(session_, frame.payload, payloadSpace());
     }
-    writeReplyHeader(reply_, frame.opcode, payload.size());
-    return std::span(reply_).first(::wire::frameHeaderLength + payload.size());
+    return replyTo(frame.opcode, payload.size());
 }
 
-bool ChannelConversation::atOnce(std::span<const std::uint8_t> message) const noexcept
+std::span<const std::uint8_t> ChannelConversation::answerAtOnce(std::span<const std::uint8_t> message) noexcept
 {
     const RequestFrame frame = parseFrame(message);
-    return frame.fault || dispatcher_.atOnce(session_.via(), frame.payload);
+    if (frame.fault) return {};
+    const auto payload = dispatcher_.handleAtOnce(session_, frame.payload, payloadSpace());
+    return payload.empty() ? payload : replyTo(frame.opcode, payload.size());
+}
+
+std::span<const std::uint8_t> ChannelConversation::replyTo(std::uint16_t opcode, std::size_t payloadLength) noexcept
+{
+    writeReplyHeader(reply_, opcode, payloadLength);
+    return std::span(reply_).first(::wire::frameHeaderLength + payloadLength);
 }
 
 std::span<const std::uint8_t> PipeConversation::answer(std::span<const std::uint8_t> message, bool cut) noexcept

@@ -25,8 +25,8 @@ class Conversation
     // answers. The answer lives until the next call.
     virtual std::span<const std::uint8_t> answer(std::span<const std::uint8_t> message, bool cut) noexcept = 0;
 
-    // Whether a message is answered from memory, without a wait for anything.
-    virtual bool atOnce(std::span<const std::uint8_t>) const noexcept { return false; }
+    // The answer to a message that is answered from memory, without a wait for anything; empty for any other.
+    virtual std::span<const std::uint8_t> answerAtOnce(std::span<const std::uint8_t>) noexcept { return {}; }
 
     // What is to be sent without being asked; nullptr: nothing ever, as far as was agreed until now.
     PushSource* pushes() noexcept { return session_.pushes.get(); }
@@ -48,9 +48,12 @@ class ChannelConversation : public Conversation
 
     std::size_t longestRequest() const noexcept override { return ::wire::replyFrameCapacity; }
     std::span<const std::uint8_t> answer(std::span<const std::uint8_t> message, bool cut) noexcept override;
-    bool atOnce(std::span<const std::uint8_t> message) const noexcept override;
+    std::span<const std::uint8_t> answerAtOnce(std::span<const std::uint8_t> message) noexcept override;
 
  private:
+    std::span<std::uint8_t> payloadSpace() noexcept { return std::span(reply_).subspan(::wire::frameHeaderLength); }
+    std::span<const std::uint8_t> replyTo(std::uint16_t opcode, std::size_t payloadLength) noexcept;
+
     Log& log_;
     std::array<std::uint8_t, ::wire::replyFrameCapacity> reply_;
 };

@@ -7,14 +7,6 @@
 
 namespace srv {
 
-namespace {
-
-// How many requests one thread looks for while there are others that could. It does not see that its own client has
-// gone before it sleeps.
-constexpr unsigned longestWatch = 10'000;
-
-}  // namespace
-
 bool Lookout::look(Place& own, const std::atomic<bool>& stop) noexcept
 {
     {
@@ -28,8 +20,8 @@ bool Lookout::look(Place& own, const std::atomic<bool>& stop) noexcept
         {
             const std::lock_guard guard(lock_);
             taken += lookAtAll(own);
-            const bool others = awake_.size() > 1;
-            if (own.called_ || stop || awake_.empty() || (others && taken >= longestWatch)) {
+            const bool others = awake_.size() > (own.awake_ ? 1 : 0);
+            if (own.called_ || stop || awake_.empty() || (others && taken >= longestWatch_)) {
                 giveUp();
                 return own.called_;
             }
@@ -44,10 +36,11 @@ void Lookout::finish(Place& own) noexcept
     own.called_ = false;
 }
 
-void Lookout::leave(Place& own) noexcept
+bool Lookout::leave(Place& own) noexcept
 {
     const std::lock_guard guard(lock_);
     std::erase(awake_, &own);
+    return own.called_;
 }
 
 void Lookout::rouse(Place& place) noexcept
@@ -64,24 +57,26 @@ unsigned Lookout::lookAtAll(const Place& own) noexcept
 {
     unsigned taken = 0;
     for (Place* const place : awake_) {
-        if (place->called_ || !place->asked()) continue;
+        if (!place->asked()) continue;
         ++taken;
         place->looks_ = 0;
-        if (place->take()) {
-            place->answer();
-        } else {
-            place->called_ = true;
-            if (place != &own) place->wake();
-        }
+        if (place->attend()) continue;
+        place->called_ = true;
+        if (place != &own) place->wake();
     }
     std::erase_if(awake_, [this](Place* place) { return dozes(*place); });
     return taken;
 }
 
-// Whether nothing has been asked there for so long that its client is to wake it.
+// Whether there is nothing to look for: its own thread is at work and comes back by itself, or nothing has been asked for
+// so long that its client is to wake it.
 bool Lookout::dozes(Place& place) noexcept
 {
-    if (place.called_ || ++place.looks_ <= ::wire::looksBeforeSleep) return false;
+    if (place.called_) {
+        place.awake_ = false;
+        return true;
+    }
+    if (++place.looks_ <= ::wire::looksBeforeSleep) return false;
     place.sleeps(true);
     // Its client may have asked without having seen that.
     if (place.asked()) {
@@ -100,7 +95,7 @@ void Lookout::giveUp() noexcept
     for (Place* const place : awake_) {
         place->awake_ = false;
         place->sleeps(true);
-        if (!place->called_ && place->asked()) place->wake();
+        if (place->asked()) place->wake();
     }
     awake_.clear();
 }

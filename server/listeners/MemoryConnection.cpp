@@ -111,7 +111,8 @@ const char* MemoryConnection::serve() noexcept
         return "the client left";
     sleeps(true);
     const char* const reason = answerRequests();
-    lookout_->leave(*this);
+    // What was begun is carried out, whatever ended this.
+    if (lookout_->leave(*this)) answer();
     DWORD ignored = 0;
     CancelIoEx(door_.get(), &operation);
     GetOverlappedResult(door_.get(), &operation, &ignored, TRUE);
@@ -147,7 +148,7 @@ bool MemoryConnection::asked() const noexcept
     return block_.get()->requestNumber != taken_;
 }
 
-bool MemoryConnection::take() noexcept
+bool MemoryConnection::attend() noexcept
 {
     ::wire::MemoryBlock& block = *block_.get();
     taken_ = block.requestNumber;
@@ -156,15 +157,24 @@ bool MemoryConnection::take() noexcept
     length_ = std::min(length, message_.size());
     cut_ = length > length_;
     std::copy_n(block.request, length_, message_.data());
-    return conversation_->atOnce({message_.data(), length_});
+    if (cut_) return false;
+    const auto message = conversation_->answerAtOnce({message_.data(), length_});
+    if (message.empty()) return false;
+    reply(message);
+    return true;
 }
 
+// What was taken.
 void MemoryConnection::answer() noexcept
 {
+    reply(conversation_->answer({message_.data(), length_}, cut_));
+}
+
+void MemoryConnection::reply(std::span<const std::uint8_t> message) noexcept
+{
     ::wire::MemoryBlock& block = *block_.get();
-    const auto reply = conversation_->answer({message_.data(), length_}, cut_);
-    std::copy(reply.begin(), reply.end(), block.reply);
-    block.replyLength = static_cast<std::uint32_t>(reply.size());
+    std::copy(message.begin(), message.end(), block.reply);
+    block.replyLength = static_cast<std::uint32_t>(message.size());
     block.replyNumber = taken_;
     if (block.clientSleeps) SetEvent(replied_.get());
 }

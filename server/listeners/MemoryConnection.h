@@ -35,10 +35,11 @@ class MemoryConnection : public Connection, private Lookout::Place
     void takeBack() noexcept;
     bool offer(std::uint64_t section) noexcept;
     const char* answerRequests() noexcept;
+    void answer() noexcept;
+    void reply(std::span<const std::uint8_t> message) noexcept;
 
     bool asked() const noexcept override;
-    bool take() noexcept override;
-    void answer() noexcept override;
+    bool attend() noexcept override;
     void sleeps(bool) noexcept override;
     void wake() noexcept override;
 

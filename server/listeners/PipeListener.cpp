@@ -17,7 +17,7 @@ namespace srv {
 struct PipeListener::Shared
 {
     std::shared_ptr<StopSignal> stop = std::make_shared<StopSignal>();
-    std::shared_ptr<Lookout> lookout;  // at a door to memory
+    std::shared_ptr<Lookout> lookout;                              // at a door to memory
     Handle noneLeft{CreateEventW(nullptr, TRUE, TRUE, nullptr)};   // set while nobody is connected
     Handle oneLeft{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // set when a client has gone
     Lock lock;
@@ -208,9 +208,14 @@ void PipeListener::serve(Handle pipe)
     shared_->leave();
 }
 
-bool PipeListener::stop(DWORD milliseconds) noexcept
+void PipeListener::tellToStop() noexcept
 {
     shared_->stop->give();
+}
+
+bool PipeListener::stop(DWORD milliseconds) noexcept
+{
+    tellToStop();
     const DWORD started = GetTickCount();
     if (!acceptor_.join(milliseconds)) return false;
     placeholderClient_.reset();

@@ -50,6 +50,9 @@ class PipeListener
     // Clients can connect when it has returned. Returns 0 or the system's error; at most once.
     DWORD start();
 
+    // Begins to stop, without waiting for it.
+    void tellToStop() noexcept;
+
     // Lets nobody in any more, ends all connections and waits for that; false if some have not ended in time. A
     // request under way is carried out to its end.
     bool stop(DWORD milliseconds) noexcept;

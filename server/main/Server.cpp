@@ -151,9 +151,8 @@ bool Server::stop(DWORD milliseconds) noexcept
 {
     const ULONGLONG end = GetTickCount64() + milliseconds;
     bool all = true;
-    // All are told before any is waited for.
     for (auto* const listener : {&memory_, &channel_, &pipe_})
-        listener->stop(0);
+        listener->tellToStop();
     for (auto* const listener : {&memory_, &channel_, &pipe_}) {
         const ULONGLONG now = GetTickCount64();
         all = listener->stop(now < end ? static_cast<DWORD>(end - now) : 0) && all;

@@ -55,8 +55,14 @@ DWORD serve(Log& log)
     Server server({}, catalogue, log);
     if (const auto failure = server.start()) {
         log.error("%s", failure->text.c_str());
-        return failure->kind == StartFailure::Kind::AlreadyRunning ? ERROR_SERVICE_ALREADY_RUNNING
-                                                                   : ERROR_SERVICE_NOT_ACTIVE;
+        switch (failure->kind) {
+            case StartFailure::Kind::AlreadyRunning:
+                return ERROR_SERVICE_ALREADY_RUNNING;
+            case StartFailure::Kind::Refused:
+                return ERROR_ACCESS_DENIED;
+            default:
+                return ERROR_SERVICE_NOT_ACTIVE;
+        }
     }
     report(SERVICE_RUNNING);
     WaitForSingleObject(stopRequested, INFINITE);

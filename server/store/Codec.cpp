@@ -100,13 +100,6 @@ LSTATUS readContent(Registry& registry, Family family, std::wstring_view name, C
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
 }
 
-LSTATUS mayChangeObject(Registry& registry, Family family, std::wstring_view name, bool toRemove)
-{
-    const LSTATUS status = registry.mayChange(objectPath(family, name), toRemove);
-    // The key of the Ndi values goes with the last of them.
-    return status != ERROR_SUCCESS || family == Family::Name ? status : registry.mayChange(ndiPath(name), true);
-}
-
 LSTATUS writeContent(Registry& registry, Family family, std::wstring_view name, const Content& content)
 {
     if (const LSTATUS status = writeTable(registry, objectPath(family, name), content.values)) return status;
@@ -115,9 +108,22 @@ LSTATUS writeContent(Registry& registry, Family family, std::wstring_view name, 
     return registry.deleteKey(ndiPath(name));
 }
 
+LSTATUS mayWriteContent(Registry& registry, Family family, std::wstring_view name, const Content& content)
+{
+    const LSTATUS status = registry.mayChange(objectPath(family, name), false);
+    if (status != ERROR_SUCCESS || family == Family::Name) return status;
+    return registry.mayChange(ndiPath(name), content.ndi.empty());
+}
+
 LSTATUS removeObject(Registry& registry, Family family, std::wstring_view name)
 {
     return registry.deleteKey(objectPath(family, name));
+}
+
+LSTATUS mayRemoveObject(Registry& registry, Family family, std::wstring_view name)
+{
+    const LSTATUS status = registry.mayChange(objectPath(family, name), true);
+    return status != ERROR_SUCCESS || family == Family::Name ? status : registry.mayChange(ndiPath(name), true);
 }
 
 }  // namespace srv

@@ -39,13 +39,16 @@ LSTATUS writeText(Registry& registry, const std::wstring& path, const std::wstri
 // Reads what an object's key holds; ERROR_FILE_NOT_FOUND if it has none.
 LSTATUS readContent(Registry& registry, Family family, std::wstring_view name, Content& content);
 
-// Whether the registry lets the object be written or removed.
-LSTATUS mayChangeObject(Registry& registry, Family family, std::wstring_view name, bool toRemove);
-
 // Makes the registry hold exactly this for the object, in several steps. May be done again after it was interrupted.
 LSTATUS writeContent(Registry& registry, Family family, std::wstring_view name, const Content& content);
 
+// Whether the rights of the object's keys allow that.
+LSTATUS mayWriteContent(Registry& registry, Family family, std::wstring_view name, const Content& content);
+
 // Removes the object's key with all below, in several steps. May be done again.
 LSTATUS removeObject(Registry& registry, Family family, std::wstring_view name);
+
+// Whether the rights of the object's keys allow that.
+LSTATUS mayRemoveObject(Registry& registry, Family family, std::wstring_view name);
 
 }  // namespace srv

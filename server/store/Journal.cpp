@@ -194,6 +194,17 @@ LSTATUS Journal::read(std::optional<std::vector<Step>>& steps, bool& damaged)
     return ERROR_SUCCESS;
 }
 
+LSTATUS Journal::mayCarryOut(const std::vector<Step>& steps)
+{
+    for (const Step& step : steps) {
+        const LSTATUS status = step.kind == Step::Kind::Remove
+                                   ? mayRemoveObject(registry_, step.family, step.name)
+                                   : mayWriteContent(registry_, step.family, step.name, step.content);
+        if (status != ERROR_SUCCESS) return status;
+    }
+    return registry_.mayChange(journalKey, false);
+}
+
 LSTATUS Journal::write(const std::vector<Step>& steps)
 {
     const Bytes bytes = encode(steps);

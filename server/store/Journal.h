@@ -38,6 +38,9 @@ class Journal
     // was then never finished, or was not written by us).
     LSTATUS read(std::optional<std::vector<Step>>& steps, bool& damaged);
 
+    // Whether the registry's rights allow the steps to be written down and carried out.
+    LSTATUS mayCarryOut(const std::vector<Step>& steps);
+
     // Writes the record, in place of one that may be there. On failure there may be one or the other, never a
     // mixture.
     LSTATUS write(const std::vector<Step>& steps);

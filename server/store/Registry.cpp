@@ -140,7 +140,8 @@ LSTATUS WindowsRegistry::values(const std::wstring& path, std::vector<RawValue>&
 LSTATUS WindowsRegistry::mayChange(const std::wstring& path, bool toDelete)
 {
     Key key;
-    const LSTATUS status = open(path, KEY_READ | KEY_WRITE | (toDelete ? DELETE : 0), key);
+    const LSTATUS status =
+        open(path, KEY_QUERY_VALUE | KEY_WRITE | (toDelete ? DELETE | KEY_ENUMERATE_SUB_KEYS : 0), key);
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
 }
 

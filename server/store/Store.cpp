@@ -86,6 +86,11 @@ Result Store::unreadable(std::wstring_view path, LSTATUS status)
 Result Store::settle()
 {
     ++changesBegun_;
+    return settleEarlier();
+}
+
+Result Store::settleEarlier()
+{
     if (!unsettled_) return result::ok;
     LSTATUS status = Journal::carryOut(registry_, *unsettled_);
     if (status == ERROR_SUCCESS) status = journal_.clear();
@@ -193,24 +198,16 @@ Result Store::clearNdi(std::wstring_view device)
     return commit({{Step::Kind::Put, Family::Device, object->name, {object->content.values, {}}}});
 }
 
-// A key that refuses is found before anything is changed: a change that met it on the way could not be taken back there,
-// and would keep all later ones waiting for that.
-LSTATUS Store::mayChange(const std::vector<Step>& steps)
-{
-    for (const Step& step : steps) {
-        const bool toRemove = step.kind == Step::Kind::Remove;
-        if (const LSTATUS status = mayChangeObject(registry_, step.family, step.name, toRemove)) return status;
-    }
-    return ERROR_SUCCESS;
-}
-
 // Written down, carried out, forgotten, and seen by readers. A change that fails on the way is taken back, which is
 // written down too.
 Result Store::commit(std::vector<Step> steps)
 {
     if (const Result result = settle()) return result;
-    if (const LSTATUS status = mayChange(steps)) return fromRegistry(status);
-    LSTATUS status = journal_.write(steps);
+    // A change that met a key that refuses on its way could not be taken back there, and would keep all later ones waiting
+    // for that.
+    LSTATUS status = journal_.mayCarryOut(steps);
+    if (status != ERROR_SUCCESS) return fromRegistry(status);
+    status = journal_.write(steps);
     unsettled_.emplace();
     if (status == ERROR_SUCCESS) {
         status = Journal::carryOut(registry_, steps);
@@ -277,6 +274,10 @@ Result Store::flush()
 Result Store::reload()
 {
     const std::lock_guard guard(reloading_);
+    {
+        const std::lock_guard writing(writing_);
+        if (const Result result = settleEarlier()) return result;
+    }
     const Result devices = reload(Family::Device);
     const Result names = reload(Family::Name);
     return devices != result::ok ? devices : names;
@@ -300,16 +301,16 @@ Result Store::reload(Family family)
     catalogue::Map<Stamp>& now = stamps_[static_cast<std::size_t>(family)];
     catalogue::Map<bool> there;
     Result result = result::ok;
+    const auto isReloaded = [&](const std::wstring& name) {
+        const Result one = reloadObject(family, name);
+        if (result == result::ok) result = one;
+        return one == result::ok;
+    };
     for (const Subkey& key : keys) {
         there.emplace(key.name, true);
         const Stamp written = stamp(family, key);
         const Stamp* const known = catalogue::find(before, key.name);
-        if (!known || *known != written) {
-            if (const Result unread = reloadObject(family, key.name)) {
-                if (result == result::ok) result = unread;
-                continue;
-            }
-        }
+        if ((!known || *known != written) && !isReloaded(key.name)) continue;
         if (written.key < recent && written.ndi < recent) now.emplace(key.name, written);
     }
     std::vector<std::wstring> gone;
@@ -320,7 +321,7 @@ Result Store::reload(Family family)
             if (!there.contains(table[i].name)) gone.push_back(table[i].name);
     }
     for (const std::wstring& name : gone)
-        reloadObject(family, name);
+        isReloaded(name);
     return result;
 }
 
@@ -347,9 +348,11 @@ Result Store::reloadObject(Family family, const std::wstring& name)
         steps.push_back({Step::Kind::Put, family, name, std::move(content)});
     } else if (status == ERROR_FILE_NOT_FOUND && known) {
         steps.push_back({Step::Kind::Remove, family, name, {}});
-    } else if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
-        return static_cast<Result>(status);
     }
+    const std::wstring path = objectPath(family, name);
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+        return unread_.emplace(path, true).second ? unreadable(path, status) : static_cast<Result>(status);
+    unread_.erase(path);
     if (steps.empty()) return result::ok;
     log_.info("%s %s was changed in the registry by others",
               family == Family::Name ? "logical name" : "logical device", inQuotes(name).c_str());

@@ -92,7 +92,7 @@ class Store
 
     Result unreadable(std::wstring_view path, LSTATUS status);
     Result settle();
-    LSTATUS mayChange(const std::vector<Step>& steps);
+    Result settleEarlier();
     Result commit(std::vector<Step> steps);
     std::vector<Step> inverse(const std::vector<Step>& steps) const;
     void remember(std::vector<Step>& steps);
@@ -114,7 +114,8 @@ class Store
     // What is still to be done before anything else may be changed: these steps, then clearing the journal.
     std::optional<std::vector<Step>> unsettled_;
 
-    bool isNew_[2] = {};  // by family
+    bool isNew_[2] = {};           // by family
+    catalogue::Map<bool> unread_;  // what was last found unreadable; guarded by writing_
     std::atomic<std::uint64_t> changesBegun_ = 0;
     Lock reloading_;
     catalogue::Map<Stamp> stamps_[2];  // by family; of the last reload

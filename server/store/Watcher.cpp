@@ -11,7 +11,6 @@ namespace {
 
 constexpr DWORD pause = 1'000;
 constexpr DWORD longestWait = 30'000;
-constexpr DWORD retryAfter = 10'000;
 constexpr DWORD lookForDeletion = 5'000;
 
 // After a comparison the watcher rests so many times as long as that took: a large store that is written all the time
@@ -50,7 +49,8 @@ bool Watcher::arm()
                                      KEY_NOTIFY | KEY_WOW64_32KEY, nullptr, key_.put(), nullptr) != ERROR_SUCCESS) {
             return false;
         }
-        if (RegNotifyChangeKeyValue(key_.get(), TRUE, what, changed_.get(), TRUE) == ERROR_SUCCESS) return true;
+        armed_ = RegNotifyChangeKeyValue(key_.get(), TRUE, what, changed_.get(), TRUE) == ERROR_SUCCESS;
+        if (armed_) return true;
         key_.reset();  // somebody deleted the key itself
     }
     return false;
@@ -60,9 +60,13 @@ void Watcher::watch() noexcept
 {
     const HANDLE ends[] = {stop_.get(), changed_.get()};
     for (;;) {
-        const DWORD ended = WaitForMultipleObjects(2, ends, FALSE, lookForDeletion);
+        // That a key does not refuse any more is reported by nothing, so what failed is tried again.
+        const bool again = told_ != result::ok;
+        const DWORD ended = WaitForMultipleObjects(2, ends, FALSE, again ? retryAfter_ : lookForDeletion);
         if (ended != WAIT_OBJECT_0 + 1 && ended != WAIT_TIMEOUT) return;
-        if (ended == WAIT_TIMEOUT && !isDeleted()) continue;
+        if (ended == WAIT_OBJECT_0 + 1) armed_ = false;
+        if (ended == WAIT_TIMEOUT && isDeleted()) armed_ = false;
+        if (armed_ && !again) continue;
         try {
             if (!compare()) return;
         } catch (const std::exception& error) {
@@ -82,23 +86,23 @@ bool Watcher::isDeleted() const noexcept
 bool Watcher::compare()
 {
     // Asked for before the comparison, so that what changes during it is reported again.
-    while (!arm()) {
+    while (!armed_ && !arm()) {
         log_.error("the registry does not report changes");
-        if (isSetWithin(stop_, retryAfter)) return false;
+        if (isSetWithin(stop_, retryAfter_)) return false;
     }
     if (!waitForPause()) return false;
-    DWORD start = GetTickCount();
-    const auto rest = [&start] { return std::min(GetTickCount() - start, longestWait) * restPerWork; };
-    for (Result told = result::ok; const Result failure = store_.reload();) {
-        if (failure != told) log_.error("the registry cannot be compared: %s", systemMessage(failure).c_str());
-        told = failure;
-        if (look_) look_();
-        // That a key does not refuse any more is reported by nothing.
-        if (isSetWithin(stop_, std::max(retryAfter, rest()))) return false;
-        start = GetTickCount();
-    }
+    const DWORD start = GetTickCount();
+    tell(store_.reload());
     if (look_) look_();
-    return !isSetWithin(stop_, rest());
+    const DWORD spent = GetTickCount() - start;
+    return !isSetWithin(stop_, std::min(spent, longestWait) * restPerWork);
+}
+
+void Watcher::tell(Result result) noexcept
+{
+    if (result != result::ok && result != told_)
+        log_.error("the registry cannot be compared: %s", systemMessage(result).c_str());
+    told_ = result;
 }
 
 bool Watcher::waitForPause()

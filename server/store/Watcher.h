@@ -26,6 +26,9 @@ class Watcher
     // Notices every change that is made after it has returned. False if the system does not report any.
     bool start();
 
+    // How long after a comparison that failed the next one comes; less is only of use to tests. Before start().
+    void setRetryAfter(DWORD milliseconds) noexcept { retryAfter_ = milliseconds; }
+
     // Safe at any time. A comparison under way is carried out to its end.
     void stop() noexcept;
 
@@ -35,6 +38,7 @@ class Watcher
     bool compare();
     bool isDeleted() const noexcept;
     bool waitForPause();
+    void tell(Result result) noexcept;
 
     HKEY hive_;
     std::wstring root_;
@@ -45,7 +49,10 @@ class Watcher
     Handle changed_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     Handle stop_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     Thread thread_;
+    DWORD retryAfter_ = 10'000;
     std::uint64_t changesSeen_ = 0;
+    bool armed_ = false;
+    Result told_ = result::ok;  // how the last comparison ended
 };
 
 }  // namespace srv

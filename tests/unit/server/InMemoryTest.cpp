@@ -62,16 +62,19 @@ struct InMemory : testing::Test
     void SetUp() override
     {
         now.open();
-        ask(u16(43) + str(name) + str(u"NX1611.MPI"));
+        Bytes space(8192);
+        dispatcher.handle(session, u16(43) + str(name) + str(u"NX1611.MPI"), space);
         registry.calls = 0;
     }
 
-    bool ask(const Bytes& request)
+    // The payload of the reply; empty if there is none at once.
+    Bytes askAtOnce(const Bytes& request)
     {
         Bytes space(8192);
-        const auto answer = dispatcher.handle(session, request, space);
-        return Bytes(answer.begin(), answer.end()) != reply(87);
+        const auto answer = dispatcher.handleAtOnce(session, request, space);
+        return {answer.begin(), answer.end()};
     }
+    bool isAnsweredAtOnce(const Bytes& request) { return !askAtOnce(request).empty(); }
 
     // With texts and numbers in every order of up to so many, until enough of them were carried out; returns how many.
     unsigned askInEveryWay(const srv::Operation& operation)
@@ -84,7 +87,7 @@ struct InMemory : testing::Test
                 Bytes request = u16(operation.opcode);
                 for (unsigned field = 0; field < count; ++field)
                     request = request + (order >> field & 1 ? str(name) : u32(260));
-                if (ask(request) && ++done == enough) return done;
+                if (isAnsweredAtOnce(request) && ++done == enough) return done;
             }
         return done;
     }
@@ -102,18 +105,38 @@ TEST_F(InMemory, OperationsSaidToBe_askNothingOfTheRegistry)
     EXPECT_GT(checked, 40u);
 }
 
-TEST_F(InMemory, OperationsThatChange_areNotSaidToBe)
+TEST_F(InMemory, Answer_isTheOneThatIsGivenOtherwise)
 {
-    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u16(33) + str(name) + str(u"busparam") + u32(260)));
-    EXPECT_FALSE(dispatcher.atOnce(srv::Via::Channel, u16(34) + str(name) + str(u"a") + str(u"1")));
-    ask(u16(34) + str(name) + str(u"a") + str(u"1"));
-    EXPECT_GT(registry.calls, 0u);
+    const Bytes request = u16(33) + str(name) + str(u"busparam") + u32(260);
+    Bytes space(8192);
+    const auto answer = dispatcher.handle(session, request, space);
+    EXPECT_EQ(askAtOnce(request), Bytes(answer.begin(), answer.end()));
+    EXPECT_EQ(askAtOnce(u16(33) + str(name) + str(u"nothing") + u32(260)), reply(8012));
 }
 
-TEST_F(InMemory, WhatIsNoRequest_isRefusedAtOnce)
+TEST_F(InMemory, OperationsThatChange_areLeftAndDoNothing)
 {
-    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u8(33)));
-    EXPECT_TRUE(dispatcher.atOnce(srv::Via::Channel, u16(41)));
+    EXPECT_FALSE(isAnsweredAtOnce(u16(34) + str(name) + str(u"a") + str(u"1")));
+    EXPECT_EQ(registry.calls, 0u);
+}
+
+TEST_F(InMemory, WhatMakesALineInTheLog_isLeftAndMakesNone)
+{
+    unsigned lines = 0;
+    struct Count : srv::LogSink
+    {
+        explicit Count(unsigned& all) : lines(all) {}
+        void write(srv::Level, std::string_view) noexcept override { ++lines; }
+        unsigned& lines;
+    };
+    now.log.add(std::make_unique<Count>(lines));
+    now.log.setLevel(srv::Level::Warning);
+    EXPECT_FALSE(isAnsweredAtOnce(u8(33)));
+    EXPECT_FALSE(isAnsweredAtOnce(u16(41)));
+    EXPECT_FALSE(isAnsweredAtOnce(u16(33) + u32(1)));
+    now.log.setLevel(srv::Level::Debug);
+    EXPECT_FALSE(isAnsweredAtOnce(u16(33) + str(name) + str(u"busparam") + u32(260)));
+    EXPECT_EQ(lines, 0u);
 }
 
 }  // namespace

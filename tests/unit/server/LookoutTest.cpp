@@ -26,12 +26,13 @@ struct TestPlace : srv::Lookout::Place
     std::atomic<bool> sleeping = true;
 
     bool asked() const noexcept override { return restless || requests > taken; }
-    bool take() noexcept override
+    bool attend() noexcept override
     {
         ++taken;
-        return atOnce;
+        if (!atOnce) return false;
+        ++answers;
+        return true;
     }
-    void answer() noexcept override { ++answers; }
     void sleeps(bool now) noexcept override
     {
         sleeping = now;
@@ -40,20 +41,28 @@ struct TestPlace : srv::Lookout::Place
     void wake() noexcept override { ++wakings; }
 };
 
+constexpr unsigned endless = 0xFFFF'FFFF;
+
 struct LookoutTest : testing::Test
 {
-    srv::Lookout lookout{8};
+    explicit LookoutTest(unsigned longestWatch = endless) : lookout(8, longestWatch) {}
+
+    srv::Lookout lookout;
     std::atomic<bool> stop = false;
     TestPlace mine;
     TestPlace other;
     bool calledIn = false;  // mine, at the end of its looking
+    std::atomic<bool> ended = false;
     std::thread looking;
 
     // The thread of `mine` looks and goes on doing so, for its client always asks.
     void keepLooking()
     {
         mine.restless = true;
-        looking = std::thread([this] { calledIn = lookout.look(mine, stop); });
+        looking = std::thread([this] {
+            calledIn = lookout.look(mine, stop);
+            ended = true;
+        });
         ASSERT_TRUE(comesTrue([this] { return mine.answers > 0; }));
     }
     void endLooking()
@@ -122,7 +131,8 @@ TEST_F(LookoutTest, RequestThatTakesLonger_isLeftToItsThreadAndHoldsNobodyUp)
 
     lookout.finish(other);
     other.atOnce = true;
-    ask();
+    ++other.requests;
+    EXPECT_FALSE(lookout.look(other, stop));
     EXPECT_TRUE(comesTrue([this] { return other.answers == 1; }));
 }
 
@@ -155,22 +165,72 @@ TEST_F(LookoutTest, OwnRequestThatTakesLonger_endsTheLookingAndWakesThoseWhoAsk)
     EXPECT_FALSE(other.asked());
 }
 
-TEST_F(LookoutTest, LongWatch_passesToAnother)
+TEST_F(LookoutTest, ThreadWithNothingToLookFor_doesNotWaitForAnotherAtWork)
+{
+    keepLooking();
+    other.atOnce = false;
+    other.requests = 1;
+    EXPECT_FALSE(lookout.look(other, stop));
+    ASSERT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    mine.restless = false;
+    EXPECT_TRUE(comesTrue([this] { return ended.load(); }));
+    EXPECT_FALSE(calledIn);
+    EXPECT_FALSE(other.sleeping);  // its thread comes back by itself
+
+    EXPECT_TRUE(lookout.look(other, stop));
+    lookout.finish(other);
+    other.atOnce = true;
+    other.requests = 2;
+    EXPECT_FALSE(lookout.look(other, stop));
+    EXPECT_EQ(other.answers, 1);
+}
+
+TEST_F(LookoutTest, ThreadThatLeavesWithARequestTaken_isTold)
+{
+    keepLooking();
+    other.atOnce = false;
+    other.requests = 1;
+    EXPECT_FALSE(lookout.look(other, stop));
+    ASSERT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    EXPECT_TRUE(lookout.leave(other));
+    TestPlace third;
+    EXPECT_FALSE(lookout.leave(third));
+}
+
+struct ShortWatch : LookoutTest
+{
+    static constexpr unsigned longest = 1'000;
+    ShortWatch() : LookoutTest(longest) {}
+};
+
+TEST_F(ShortWatch, End_passesTheWatchToAnother)
 {
     keepLooking();
     other.restless = true;
     EXPECT_FALSE(lookout.look(other, stop));
-    looking.join();
+    ASSERT_TRUE(comesTrue([this] { return ended.load(); }));
     EXPECT_FALSE(calledIn);
     EXPECT_TRUE(mine.sleeping);
     EXPECT_EQ(mine.wakings, 1);
     EXPECT_EQ(other.wakings, 1);
 }
 
-TEST_F(LookoutTest, LongWatch_goesOnWhereThereIsNobodyElse)
+TEST_F(ShortWatch, End_comesAlsoWhenOnlyTheOtherStillAsks)
 {
     keepLooking();
-    EXPECT_TRUE(comesTrue([this] { return mine.answers > 30'000; }));
+    other.restless = true;
+    EXPECT_FALSE(lookout.look(other, stop));
+    mine.restless = false;
+    ASSERT_TRUE(comesTrue([this] { return ended.load(); }));
+    EXPECT_TRUE(mine.sleeping);
+    EXPECT_EQ(other.wakings, 1);
+}
+
+TEST_F(ShortWatch, End_doesNotComeWhereThereIsNobodyElse)
+{
+    keepLooking();
+    EXPECT_TRUE(comesTrue([this] { return mine.answers > 3 * static_cast<int>(longest); }));
+    EXPECT_FALSE(ended);
     endLooking();
     EXPECT_FALSE(calledIn);
     EXPECT_TRUE(mine.sleeping);
@@ -180,7 +240,7 @@ TEST_F(LookoutTest, PlaceThatHasLeft_isNotLookedAt)
 {
     keepLooking();
     EXPECT_FALSE(lookout.look(other, stop));
-    lookout.leave(other);
+    EXPECT_FALSE(lookout.leave(other));
     other.requests = 1;
     EXPECT_TRUE(goesOn());
     EXPECT_EQ(other.taken, 0);

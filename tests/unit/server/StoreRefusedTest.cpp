@@ -175,16 +175,12 @@ TEST_F(StoreRefused, Journal_refusesEveryChangeOfSeveralStepsUntilItRefusesNoMor
     EXPECT_EQ(replace(), accessDenied);
     EXPECT_EQ(replace(), accessDenied);
     EXPECT_EQ(now.content(Family::Device, L"Dev"), before);
+    EXPECT_EQ(now.store.setValue(Family::Device, L"Other", srv::Section::Values, L"b", L"1"), 0u);
+    EXPECT_EQ(now.store.reload(), 0u);
     refused.giveBack();
     EXPECT_EQ(stored(L"Dev"), before);
     EXPECT_EQ(replace(), 0u);
     EXPECT_EQ(stored(L"Dev"), after);
-}
-
-TEST_F(StoreRefused, ReadingGoesOn)
-{
-    RefusedKey root(HKEY_CURRENT_USER, key.path());
-    EXPECT_EQ(now.content(Family::Device, L"Dev"), before);
 }
 
 TEST_F(StoreRefused, KeyThatRefusesAtTheStart_theStoreIsNotOpened)
@@ -223,15 +219,30 @@ TEST_F(StoreRefused, ChangeByOthersInAKeyThatRefusesThen_isTakenOverLater)
 
 TEST_F(StoreRefused, ChangeByOthersWhileOneOfOursIsUnsettled_isTakenOverLater)
 {
-    EXPECT_EQ(now.store.reload(), 0u);
-    RefusedKey refused(HKEY_CURRENT_USER, pathOf(L"Journal"));
-    EXPECT_EQ(replace(), accessDenied);
+    bool refusing = false;
+    WatchedRegistry watched(registry, [&](unsigned) { return refusing ? ERROR_ACCESS_DENIED : ERROR_SUCCESS; });
+    OpenStore later(watched);
+    later.open();
+    refusing = true;
+    EXPECT_EQ(later.store.replace(Family::Device, L"Dev", after), accessDenied);
     srv::writeText(registry, L"LogDevices\\Other", L"a", L"others");
-    EXPECT_NE(now.store.reload(), 0u);
-    refused.giveBack();
-    EXPECT_EQ(replace(), 0u);
-    EXPECT_EQ(now.store.reload(), 0u);
-    EXPECT_EQ(*now.content(Family::Device, L"Other").values.find(L"a"), L"others");
+    registry.deleteKey(L"LogDevices\\Dev");
+    EXPECT_EQ(later.store.reload(), accessDenied);
+    refusing = false;
+    EXPECT_EQ(later.store.reload(), 0u);
+    EXPECT_EQ(*later.content(Family::Device, L"Other").values.find(L"a"), L"others");
+    EXPECT_FALSE(later.has(Family::Device, L"Dev"));
+}
+
+TEST_F(StoreRefused, NdiThatMayNotBeDeleted_isReplacedAsLongAsItStays)
+{
+    const RefusedKey refused(HKEY_CURRENT_USER, pathOf(L"LogDevices\\Dev\\Ndi"), "D:(D;;SD;;;WD)(A;;KA;;;WD)");
+    Content withNdi = after;
+    withNdi.ndi = table({{L"n", L"9"}});
+    EXPECT_EQ(now.store.replace(Family::Device, L"Dev", withNdi), 0u);
+    EXPECT_EQ(stored(L"Dev"), withNdi);
+    EXPECT_EQ(now.store.replace(Family::Device, L"Dev", {}), accessDenied);
+    EXPECT_EQ(stored(L"Dev"), withNdi);
 }
 
 }  // namespace

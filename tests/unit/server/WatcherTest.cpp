@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "refusedKey.h"
 #include "TestRegistry.h"
 
 using srv::Family;
@@ -69,6 +70,24 @@ TEST_F(WatcherTest, WholeStoreDeletedByOthers_isTakenOverAndLaterChangesToo)
     EXPECT_TRUE(comesTrue([&] { return !now.has(Family::Device, L"Dev"); }));
     registry.createKey(L"LogDevices\\New");
     EXPECT_TRUE(comesTrue([&] { return now.has(Family::Device, L"New"); }));
+}
+
+TEST_F(WatcherTest, KeyThatRefuses_isReadAgainWhenItRefusesNoMoreAndHoldsNoOtherUp)
+{
+    ASSERT_EQ(now.store.create(Family::Device, L"Other", {table({{L"a", L"1"}}), {}}), 0u);
+    watcher.stop();
+    srv::Watcher again{HKEY_CURRENT_USER, key.path(), now.store, now.log};
+    again.setRetryAfter(100);
+    ASSERT_TRUE(again.start());
+    RefusedKey refused(HKEY_CURRENT_USER, key.path() + L"\\LogDevices\\Dev");
+    ASSERT_TRUE(refused.refuses());
+    srv::writeText(registry, L"LogDevices\\Other", L"a", L"2");
+    EXPECT_TRUE(comesTrue([&] { return *now.content(Family::Device, L"Other").values.find(L"a") == L"2"; }));
+    srv::writeText(registry, L"LogDevices\\Other", L"a", L"3");
+    EXPECT_TRUE(comesTrue([&] { return *now.content(Family::Device, L"Other").values.find(L"a") == L"3"; }));
+    refused.giveBack();
+    writeAsOther(L"4");
+    EXPECT_TRUE(becomes(L"4"));
 }
 
 TEST_F(WatcherTest, Stop_isPrompt)

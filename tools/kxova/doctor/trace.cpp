@@ -22,15 +22,17 @@ const char* obstacleIn(const std::string& folder)
 {
     char probe[MAX_PATH] = {};
     if (!GetTempFileNameA(folder.c_str(), "kxo", 0, probe)) return "files cannot be written in ";
-    // Under Wine the name alone says little; and a disk may have room for a new file, but none for what is in it.
-    platform::File file(CreateFileA(probe, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    if (!file) return "files cannot be written in ";
-    const char line[400] = {};
+    // Under Wine the name alone says little; and a disk may have room for a new file, but none for what is in it. Little
+    // of it may lie in the folder itself.
+    const std::string lines(64 * 1024, 'x');
     DWORD written = 0;
-    const bool hasRoom = WriteFile(file.get(), line, sizeof line, &written, nullptr) && written == sizeof line;
+    platform::File file(CreateFileA(probe, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    const bool opened = static_cast<bool>(file);
+    if (opened) WriteFile(file.get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
     file.reset();
     DeleteFileA(probe);
-    return hasRoom ? nullptr : "has no room for its files in ";
+    if (!opened) return "files cannot be written in ";
+    return written == lines.size() ? nullptr : "has no room for its files in ";
 }
 
 }  // namespace
