@@ -77,8 +77,9 @@ struct Group
     std::function<double()> measure;
     std::size_t comparedWith;  // the row of the same crew without more of them
     enum class Of { Processes, Disturbed, Threads, Bare, Lock } of;
-    Series perSecond{};
-    Series ratio{};  // to the other row's figure in the same turn
+    std::vector<double> perSecond{};  // in each turn
+
+    double median() const { return Series{perSecond}.median(); }
 };
 
 std::vector<Group> groups(crew::Crew& crew)
@@ -118,28 +119,52 @@ std::vector<Group> groups(crew::Crew& crew)
     return all;
 }
 
-// Microseconds from one call's end to the next one's, whoever makes them; first those of the row that it is compared with.
-std::vector<double> timesOf(std::vector<Group>& all, Group::Of of)
+// To the figure of the row that it is compared with, in most turns.
+double ratio(const std::vector<Group>& all, const Group& group)
 {
-    std::vector<double> times;
-    for (Group& group : all) {
-        if (group.of != of) continue;
-        Group& beside = all[group.comparedWith];
-        if (times.empty() && beside.of != of) times.push_back(1e6 / beside.perSecond.median());
-        times.push_back(1e6 / group.perSecond.median());
-    }
-    return times;
+    Series each;
+    for (std::size_t turn = 0; turn < group.perSecond.size(); ++turn)
+        each.times.push_back(group.perSecond[turn] / all[group.comparedWith].perSecond[turn]);
+    return each.median();
 }
 
-// The most by which a time is longer than an earlier one, as a part of that, less what `part` of it grew by meanwhile.
-double growth(const std::vector<double>& times, const std::vector<double>& part)
+std::vector<const Group*> rowsOf(const std::vector<Group>& all, Group::Of of)
+{
+    std::vector<const Group*> rows;
+    for (const Group& group : all)
+        if (group.of == of) rows.push_back(&group);
+    return rows;
+}
+
+// By which part of itself the time from one call's end to the next one's grew from one row to another, in most turns;
+// without what `part`, which both rows have in them, grew by.
+double growth(const Group& from, const Group& to, const Group* partFrom = nullptr, const Group* partTo = nullptr)
+{
+    Series each;
+    for (std::size_t turn = 0; turn < from.perSecond.size(); ++turn) {
+        const auto time = [turn](const Group& row) { return 1 / row.perSecond[turn]; };
+        const double known = partFrom ? std::max(0.0, time(*partTo) - time(*partFrom)) : 0;
+        each.times.push_back((time(to) - time(from) - known) / time(from));
+    }
+    return each.median();
+}
+
+// The most by which it grew from a row to a later one, which has more clients.
+double mostGrowth(const std::vector<const Group*>& rows, const std::vector<const Group*>& parts = {})
 {
     double most = 0;
-    for (std::size_t later = 0; later < times.size(); ++later)
-        for (std::size_t earlier = 0; earlier < later; ++earlier) {
-            const double known = part.empty() ? 0 : std::max(0.0, part[later] - part[earlier]);
-            most = std::max(most, (times[later] - times[earlier] - known) / times[earlier]);
-        }
+    for (std::size_t to = 0; to < rows.size(); ++to)
+        for (std::size_t from = 0; from < to; ++from)
+            most = std::max(most, parts.empty() ? growth(*rows[from], *rows[to])
+                                                : growth(*rows[from], *rows[to], parts[from], parts[to]));
+    return most;
+}
+
+double disturbance(const std::vector<Group>& all)
+{
+    double most = 0;
+    for (const Group* const row : rowsOf(all, Group::Of::Disturbed))
+        most = std::max(most, growth(all[row->comparedWith], *row));
     return most;
 }
 
@@ -160,28 +185,22 @@ int run(const Options& options)
     std::vector<Group> all = groups(crew);
     const int rounds = options.rounds ? options.rounds : turns;
     for (int turn = 0; turn < rounds; ++turn)
-        for (Group& group : all) {
-            group.perSecond.times.push_back(group.measure());
-            group.ratio.times.push_back(group.perSecond.times.back() /
-                                        all[group.comparedWith].perSecond.times.back());
-        }
+        for (Group& group : all)
+            group.perSecond.push_back(group.measure());
 
     std::printf("throughput on %s, calls a second of all clients together, median of %d turns\n", options.on, rounds);
     std::printf("  %-48s %10s %10s\n", "", "calls/s", "ratio");
     Json rows = Json::array();
-    for (Group& group : all) {
-        const double calls = group.perSecond.median();
-        const double ratio = group.ratio.median();
-        std::printf("  %-48s %10.0f %10.2f\n", group.name.c_str(), calls, ratio);
-        rows.push_back({{"name", group.name}, {"calls_per_second", calls}, {"ratio", ratio}});
+    for (const Group& group : all) {
+        const double toOther = ratio(all, group);
+        std::printf("  %-48s %10.0f %10.2f\n", group.name.c_str(), group.median(), toOther);
+        rows.push_back({{"name", group.name}, {"calls_per_second", group.median()}, {"ratio", toOther}});
     }
-    const std::vector<double> processTimes = timesOf(all, Group::Of::Processes);
-    const std::vector<double> threadTimes = timesOf(all, Group::Of::Threads);
-    const Json goals = printGoals(
-        {{"a call's growth by more processes", growth(processTimes, {}), 0.1},
-         {"a call's growth by one that hangs or never reads", growth(timesOf(all, Group::Of::Disturbed), {}), 0.1},
-         {"a call's growth by more threads, without the mutex's", growth(threadTimes, timesOf(all, Group::Of::Lock)),
-          0.1}});
+    using Of = Group::Of;
+    const Json goals = printGoals({{"a call's growth by more processes", mostGrowth(rowsOf(all, Of::Processes)), 0.1},
+                                   {"a call's growth by one that hangs or never reads", disturbance(all), 0.1},
+                                   {"a call's growth by more threads, without the mutex's",
+                                    mostGrowth(rowsOf(all, Of::Threads), rowsOf(all, Of::Lock)), 0.1}});
     saveJson(options.json, {{"bench", "throughput"}, {"on", options.on}, {"rows", rows}, {"goals", goals}});
     return 0;
 }
