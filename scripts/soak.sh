@@ -54,17 +54,22 @@ fuzzed() {
   row "$1" "$(figures "$log" "$2" 3)" "$(figures "$log" "$2" 5)" "$faults" -
 }
 
+# Wine now and then ends a program before it has begun, without a word; then it is started once more.
 start_server() {
-  local log=$out/server.log
-  : >"$log"
-  wine build/x64/bin/kxovasrvx.exe run --quiet >"$log" 2>&1 </dev/null &
-  server_pid=$!
-  for _ in $(seq 1 300); do
-    grep -q '^kxovasrvx: ready' "$log" && return 0
-    kill -0 "$server_pid" 2>/dev/null || break
-    sleep 0.05
+  local log=$out/server.log attempt state
+  for attempt in 1 2; do
+    : >"$log"
+    wine build/x64/bin/kxovasrvx.exe run --quiet >"$log" 2>&1 </dev/null &
+    server_pid=$!
+    state="does not become ready"
+    for _ in $(seq 1 300); do
+      grep -q '^kxovasrvx: ready' "$log" && return 0
+      kill -0 "$server_pid" 2>/dev/null || { state="ends"; break; }
+      sleep 0.05
+    done
+    echo "soak: the server $state (attempt $attempt): $(head -1 "$log")" >&2
+    if [ "$state" != ends ] || [ -s "$log" ]; then return 1; fi
   done
-  echo "soak: the server does not start: $(head -1 "$log")" >&2
   return 1
 }
 
