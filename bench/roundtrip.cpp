@@ -166,19 +166,9 @@ struct Row
     double median() const { return Series{net}.median(); }
 };
 
-// What `of` gives for most turns. A machine has slow moments, which last longer than a turn and meet all its rows.
-template <typename Of>
-double inMostTurns(const Row& row, Of of)
-{
-    Series each;
-    for (std::size_t turn = 0; turn < row.net.size(); ++turn)
-        each.times.push_back(of(turn));
-    return each.median();
-}
-
 double ratio(const Row& row, const Row& to)
 {
-    return inMostTurns(row, [&](std::size_t turn) { return row.net[turn] / to.net[turn]; });
+    return inMostTurns(row.net.size(), [&](std::size_t turn) { return row.net[turn] / to.net[turn]; });
 }
 
 std::vector<Row> time(const std::vector<Peer>& peers, int rounds)
@@ -226,7 +216,8 @@ std::vector<Goal> goals(std::vector<Row>& rows)
     const Row& pair = *find(rows, mutexPair);
     goals.push_back(
         {"above the bare channel, in mutex pairs",
-         inMostTurns(whole, [&](std::size_t turn) { return (whole.net[turn] - bare.net[turn]) / pair.net[turn]; }),
+         inMostTurns(whole.net.size(),
+                     [&](std::size_t turn) { return (whole.net[turn] - bare.net[turn]) / pair.net[turn]; }),
          1.5});
     // The server's own look at its store, once a while, is no part of the call.
     if (whole.requests && bare.requests)

@@ -122,10 +122,9 @@ std::vector<Group> groups(crew::Crew& crew)
 // To the figure of the row that it is compared with, in most turns.
 double ratio(const std::vector<Group>& all, const Group& group)
 {
-    Series each;
-    for (std::size_t turn = 0; turn < group.perSecond.size(); ++turn)
-        each.times.push_back(group.perSecond[turn] / all[group.comparedWith].perSecond[turn]);
-    return each.median();
+    return inMostTurns(group.perSecond.size(), [&](std::size_t turn) {
+        return group.perSecond[turn] / all[group.comparedWith].perSecond[turn];
+    });
 }
 
 std::vector<const Group*> rowsOf(const std::vector<Group>& all, Group::Of of)
@@ -140,13 +139,11 @@ std::vector<const Group*> rowsOf(const std::vector<Group>& all, Group::Of of)
 // without what `part`, which both rows have in them, grew by.
 double growth(const Group& from, const Group& to, const Group* partFrom = nullptr, const Group* partTo = nullptr)
 {
-    Series each;
-    for (std::size_t turn = 0; turn < from.perSecond.size(); ++turn) {
+    return inMostTurns(from.perSecond.size(), [&](std::size_t turn) {
         const auto time = [turn](const Group& row) { return 1 / row.perSecond[turn]; };
         const double known = partFrom ? std::max(0.0, time(*partTo) - time(*partFrom)) : 0;
-        each.times.push_back((time(to) - time(from) - known) / time(from));
-    }
-    return each.median();
+        return (time(to) - time(from) - known) / time(from);
+    });
 }
 
 // The most by which it grew from a row to a later one, which has more clients.

@@ -64,8 +64,7 @@ void Watcher::watch() noexcept
         const bool again = told_ != result::ok;
         const DWORD ended = WaitForMultipleObjects(2, ends, FALSE, again ? retryAfter_ : lookForDeletion);
         if (ended != WAIT_OBJECT_0 + 1 && ended != WAIT_TIMEOUT) return;
-        if (ended == WAIT_OBJECT_0 + 1) armed_ = false;
-        if (ended == WAIT_TIMEOUT && isDeleted()) armed_ = false;
+        if (ended == WAIT_OBJECT_0 + 1 || isDeleted()) armed_ = false;
         if (armed_ && !again) continue;
         try {
             if (!compare()) return;

@@ -43,21 +43,19 @@ class CountingRegistry : public PassingRegistry
     LSTATUS flush() override { return ++calls, PassingRegistry::flush(); }
 };
 
-struct InMemory : testing::Test
+struct CountedRegistry
+{
+    TestKey key;
+    srv::WindowsRegistry real = key.registry();
+    CountingRegistry registry{real};
+};
+
+struct InMemory : testing::Test, CountedRegistry, DispatcherOver
 {
     // Of a device, and a kind of templates.
     static constexpr std::u16string_view name = u"Boards";
 
-    TestKey key;
-    srv::WindowsRegistry real = key.registry();
-    CountingRegistry registry{real};
-    OpenStore now{registry};
-    catalogue::Catalogue catalogue = smallCatalogue();
-    srv::Settings settings{registry};
-    srv::Machine machine{registry, catalogue, now.log};
-    srv::Keys keys{now.store, registry, registry};
-    srv::Dispatcher dispatcher{{now.store, catalogue, now.log, settings, machine, keys}, srv::allOperations()};
-    srv::Session session{1, srv::Via::Channel, 4711};
+    InMemory() : DispatcherOver(registry, registry, registry) {}
 
     void SetUp() override
     {

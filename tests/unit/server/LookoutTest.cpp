@@ -76,6 +76,15 @@ struct LookoutTest : testing::Test
         ++other.requests;
         EXPECT_FALSE(other.sleeping && lookout.look(other, stop));
     }
+    // While `mine` looks, `other` asks for what is left to its own thread, which has been woken for it.
+    void callOther()
+    {
+        keepLooking();
+        other.atOnce = false;
+        other.requests = 1;
+        EXPECT_FALSE(lookout.look(other, stop));
+        ASSERT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    }
     // Until `mine` has been looked at often since.
     bool goesOn()
     {
@@ -119,11 +128,7 @@ TEST_F(LookoutTest, PlaceWhereNothingIsAsked_fallsAsleepBesideABusyOne)
 
 TEST_F(LookoutTest, RequestThatTakesLonger_isLeftToItsThreadAndHoldsNobodyUp)
 {
-    keepLooking();
-    other.atOnce = false;
-    other.requests = 1;
-    EXPECT_FALSE(lookout.look(other, stop));
-    EXPECT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    callOther();
     EXPECT_TRUE(lookout.look(other, stop));
     EXPECT_TRUE(goesOn());
     EXPECT_EQ(other.answers, 0);
@@ -167,11 +172,7 @@ TEST_F(LookoutTest, OwnRequestThatTakesLonger_endsTheLookingAndWakesThoseWhoAsk)
 
 TEST_F(LookoutTest, ThreadWithNothingToLookFor_doesNotWaitForAnotherAtWork)
 {
-    keepLooking();
-    other.atOnce = false;
-    other.requests = 1;
-    EXPECT_FALSE(lookout.look(other, stop));
-    ASSERT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    callOther();
     mine.restless = false;
     EXPECT_TRUE(comesTrue([this] { return ended.load(); }));
     EXPECT_FALSE(calledIn);
@@ -187,11 +188,7 @@ TEST_F(LookoutTest, ThreadWithNothingToLookFor_doesNotWaitForAnotherAtWork)
 
 TEST_F(LookoutTest, ThreadThatLeavesWithARequestTaken_isTold)
 {
-    keepLooking();
-    other.atOnce = false;
-    other.requests = 1;
-    EXPECT_FALSE(lookout.look(other, stop));
-    ASSERT_TRUE(comesTrue([this] { return other.wakings == 1; }));
+    callOther();
     EXPECT_TRUE(lookout.leave(other));
     TestPlace third;
     EXPECT_FALSE(lookout.leave(third));

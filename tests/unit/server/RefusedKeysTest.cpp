@@ -15,6 +15,18 @@ struct RefusedKeys : MachineTest
     {
         return RefusedKey(HKEY_CURRENT_USER, key.path() + L"\\NORIX" + below);
     }
+
+    // A text in a key of its own, by the beginnings of the requests that read and set it.
+    void expectOneText(const std::wstring& below, const Bytes& read, const Bytes& set)
+    {
+        ASSERT_EQ(ask(set + str(u"1")), reply(0));
+        RefusedKey refused = refuse(below);
+        EXPECT_EQ(ask(read + u32(260)), reply(5));
+        EXPECT_EQ(ask(set + str(u"2")), reply(5));
+        refused.giveBack();
+        EXPECT_EQ(ask(read + u32(260)), reply(0, replyStr(u"1")));
+        EXPECT_EQ(ask(set + str(u"2")), reply(0));
+    }
 };
 
 TEST_F(RefusedKeys, Device_isReadButNotChanged)
@@ -34,25 +46,13 @@ TEST_F(RefusedKeys, Device_isReadButNotChanged)
 TEST_F(RefusedKeys, Metadata)
 {
     const Bytes place = str(u"F") + str(u"S") + str(u"I") + str(u"P");
-    ASSERT_EQ(ask(u16(203) + place + str(u"1")), reply(0));
-    RefusedKey refused = refuse(L"\\MetaData\\F\\S\\I");
-    EXPECT_EQ(ask(u16(202) + place + u32(260)), reply(5));
-    EXPECT_EQ(ask(u16(203) + place + str(u"2")), reply(5));
-    refused.giveBack();
-    EXPECT_EQ(ask(u16(202) + place + u32(260)), reply(0, replyStr(u"1")));
-    EXPECT_EQ(ask(u16(203) + place + str(u"2")), reply(0));
+    expectOneText(L"\\MetaData\\F\\S\\I", u16(202) + place, u16(203) + place);
 }
 
 TEST_F(RefusedKeys, SpecialValues)
 {
     const Bytes name = str(u"Mine");
-    ASSERT_EQ(ask(u16(138) + name + str(u"1")), reply(0));
-    RefusedKey refused = refuse(L"\\Special");
-    EXPECT_EQ(ask(u16(139) + name + u32(260)), reply(5));
-    EXPECT_EQ(ask(u16(138) + name + str(u"2")), reply(5));
-    refused.giveBack();
-    EXPECT_EQ(ask(u16(139) + name + u32(260)), reply(0, replyStr(u"1")));
-    EXPECT_EQ(ask(u16(138) + name + str(u"2")), reply(0));
+    expectOneText(L"\\Special", u16(139) + name, u16(138) + name);
 }
 
 TEST_F(RefusedKeys, HardwareAndInstances)

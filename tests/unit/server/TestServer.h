@@ -56,21 +56,39 @@ inline catalogue::Catalogue smallCatalogue()
     return result;
 }
 
-struct TestServer : testing::Test
+// A dispatcher and all that it works on.
+struct DispatcherOver
 {
-    using Bytes = bytes::Bytes;
+    OpenStore now;
+    catalogue::Catalogue catalogue = smallCatalogue();
+    srv::Settings settings;
+    srv::Machine machine;
+    srv::Keys keys;
+    srv::Dispatcher dispatcher;
+    srv::Session session{1, srv::Via::Channel, 4711};
 
+    DispatcherOver(srv::Registry& registry, srv::Registry& product, srv::Registry& system)
+        : now(registry),
+          settings(registry),
+          machine(registry, catalogue, now.log),
+          keys(now.store, product, system),
+          dispatcher({now.store, catalogue, now.log, settings, machine, keys}, srv::allOperations())
+    {}
+};
+
+struct TestRegistries
+{
     TestKey key;
     srv::WindowsRegistry product = key.registry();
     srv::WindowsRegistry system{HKEY_CURRENT_USER, key.path() + L"\\Machine"};
     srv::WindowsRegistry registry{HKEY_CURRENT_USER, key.path() + L"\\NORIX"};
-    OpenStore now{registry};
-    catalogue::Catalogue catalogue = smallCatalogue();
-    srv::Settings settings{registry};
-    srv::Machine machine{registry, catalogue, now.log};
-    srv::Keys keys{now.store, product, system};
-    srv::Dispatcher dispatcher{{now.store, catalogue, now.log, settings, machine, keys}, srv::allOperations()};
-    srv::Session session{1, srv::Via::Channel, 4711};
+};
+
+struct TestServer : testing::Test, TestRegistries, DispatcherOver
+{
+    using Bytes = bytes::Bytes;
+
+    TestServer() : DispatcherOver(registry, product, system) {}
 
     void SetUp() override { now.open(); }
 
