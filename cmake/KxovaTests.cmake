@@ -10,8 +10,11 @@ add_subdirectory(${KXOVA_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FR
 function(kxova_quick_to_build name)
   if(NOT MSVC)
     target_compile_options(${name} PRIVATE -O0 -g0)
+    target_link_options(${name} PRIVATE -Wl,--strip-debug)
   endif()
 endfunction()
+kxova_quick_to_build(gtest)
+kxova_quick_to_build(gmock)
 
 # kxova_test(NAME SOURCES file... [LIBRARIES lib...] [DIRECTORY dir] [EXCLUSIVE] [WHOLE] [LABEL label])
 # EXCLUSIVE: the cases use what exists once per machine (the trace's kernel objects, the server's pipes) and run

@@ -3,7 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <barrier>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 #include "loadedLibrary.h"
@@ -13,12 +14,31 @@ namespace {
 using testing::Contains;
 using testing::SizeIs;
 
+// A point that threads leave together. This compiler's std::barrier at times forgets to wake a thread where the system
+// has no futex.
+class MeetingPoint
+{
+ public:
+    explicit MeetingPoint(int expected) : missing_(expected) {}
+    void arriveAndWait()
+    {
+        std::unique_lock lock(mutex_);
+        if (--missing_ == 0) allArrived_.notify_all();
+        allArrived_.wait(lock, [this] { return missing_ <= 0; });
+    }
+
+ private:
+    std::mutex mutex_;
+    std::condition_variable allArrived_;
+    int missing_;
+};
+
 TEST_F(LifecycleTest, TwoThreadsThatOpenAtOnce_keepOneChannel)
 {
     const TraceCapture capture("0x40");
     const LoadedLibrary library;
-    std::barrier bothOpened(2);
-    channel.onOpen([&] { bothOpened.arrive_and_wait(); });
+    MeetingPoint bothOpened(2);
+    channel.onOpen([&] { bothOpened.arriveAndWait(); });
 
     long results[2] = {-1, -1};
     std::thread first([&] { results[0] = library.deleteDevice("x"); });
