@@ -2,12 +2,14 @@
 
 #include <utility>
 
+#include "channel/lockQueue.h"
 #include "channel/traceValues.h"
 #include "Kxotrc.h"
 
 namespace {
 
 HANDLE s_lock = nullptr;
+LockQueue s_queue;
 
 bool valid(HANDLE lock) noexcept
 {
@@ -39,11 +41,17 @@ std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
     const HANDLE lock = s_lock;
     if (!valid(lock)) return ERROR_INVALID_HANDLE;
 
+    // Who may have to give up must not wait where nobody can tell it to.
+    if (!giveUp) s_queue.enter();
     const HANDLE ends[] = {lock, giveUp};
     const DWORD result = WaitForMultipleObjects(giveUp ? 2 : 1, ends, FALSE, ovaScpLockTimeout);
-    if (result == WAIT_OBJECT_0) return result;
+    if (result == WAIT_OBJECT_0) {
+        if (!giveUp) s_queue.takeOver();
+        return result;
+    }
 
     const DWORD error = GetLastError();
+    s_queue.leave();
     KXTRACE(function, TRC_DETAIL, "return - error getting mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x", hex(lock),
             hex(result), hex(GetCurrentThreadId()), hex(GetCurrentProcessId()));
     if (result == WAIT_FAILED) KXTRACE(function, TRC_DETAIL, "return - WAIT_FAILED - LastErr = 0x%x ", hex(error));
@@ -53,6 +61,8 @@ std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
 std::uint32_t OvaScpUnLock() noexcept
 {
     const HANDLE lock = s_lock;
+    // Before the lock is free: the next thread's way to it takes as long as this one's out of it.
+    s_queue.leave();
     if (valid(lock) && !ReleaseMutex(lock)) {
         const DWORD error = GetLastError();
         KXTRACE("OvaScpUnLock: ", TRC_DETAIL, "return - releasing mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x",

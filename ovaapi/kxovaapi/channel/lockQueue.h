@@ -1,0 +1,56 @@
+// The queue before the channel lock. A lock of the system that several threads of a process take without a pause changes
+// hands on every call, and each change is a turn of the scheduler. Here one thread is at the lock and one looks out for
+// it to come free; the others sleep, and every now and then the one that has waited longest is next.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <chrono>
+
+class LockQueue
+{
+ public:
+    // Returns when it is the calling thread's turn to go to the lock, or when it has waited so long that the one whose
+    // turn it is may have died; it then goes there all the same, and the lock decides.
+    void enter() noexcept;
+
+    // The calling thread has the lock: it is its turn, whoever's it was.
+    void takeOver() noexcept;
+
+    // Ends the turn; without effect when it is not the calling thread's.
+    void leave() noexcept;
+
+ private:
+    using Clock = std::chrono::steady_clock;
+
+    struct Waiter
+    {
+        DWORD thread;
+        Clock::time_point since;
+        CONDITION_VARIABLE* wakeUp;
+        bool asleep = false;
+        std::atomic<bool> called = false;  // its turn was given to it
+        Waiter* next = nullptr;
+    };
+
+    void own(DWORD thread) noexcept;
+    bool add(Waiter& waiter) noexcept;
+    void remove(Waiter& waiter) noexcept;
+    void await(Waiter& waiter, bool looking) noexcept;
+    Waiter* longestWaiting() const noexcept;
+    Waiter* chooseNext() noexcept;
+
+    static constexpr unsigned wakeUps = 16;
+
+    SRWLOCK m_lock = SRWLOCK_INIT;
+    std::atomic<DWORD> m_owner = 0;  // the thread whose turn it is
+    int m_depth = 0;                 // who has the lock may lock it again
+    Clock::time_point m_handedOver;  // when a turn was last given away
+    Waiter* m_looking = nullptr;
+    Waiter* m_first = nullptr;  // of those that sleep until they are called
+    Waiter* m_last = nullptr;
+    // Not part of the waiters, which may be gone when they are woken.
+    unsigned m_tickets = 0;
+    CONDITION_VARIABLE m_wakeUps[wakeUps] = {};
+};
