@@ -1,6 +1,7 @@
 #include "channel/lockQueue.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/support/srw_lock.h"
 
@@ -20,18 +21,25 @@ void LockQueue::own(DWORD thread) noexcept
     m_depth = 1;
 }
 
-// Whether it is the one that looks out.
-bool LockQueue::add(Waiter& waiter) noexcept
+LockQueue::Waiter* LockQueue::add(DWORD thread) noexcept
 {
+    const auto place = std::ranges::find(m_waiters, DWORD{0}, &Waiter::thread);
+    if (place == std::end(m_waiters)) return nullptr;
+    Waiter& waiter = *place;
+    if (!waiter.wakeUp) waiter.wakeUp = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    if (!waiter.wakeUp) return nullptr;
+    waiter.thread = thread;
     waiter.since = Clock::now();
-    waiter.wakeUp = &m_wakeUps[m_tickets++ % wakeUps];
+    waiter.asleep = false;
+    waiter.called = false;
+    waiter.next = nullptr;
     if (!m_looking) {
         m_looking = &waiter;
-        return true;
+    } else {
+        (m_last ? m_last->next : m_first) = &waiter;
+        m_last = &waiter;
     }
-    (m_last ? m_last->next : m_first) = &waiter;
-    m_last = &waiter;
-    return false;
+    return &waiter;
 }
 
 void LockQueue::remove(Waiter& waiter) noexcept
@@ -49,15 +57,14 @@ void LockQueue::remove(Waiter& waiter) noexcept
 
 LockQueue::Waiter* LockQueue::longestWaiting() const noexcept
 {
-    if (!m_looking || (m_first && m_first->since < m_looking->since)) return m_first;
-    return m_looking;
+    Waiter* const looking = m_looking;
+    return !looking || (m_first && m_first->since < looking->since) ? m_first : looking;
 }
 
 void LockQueue::enter() noexcept
 {
     const DWORD self = GetCurrentThreadId();
-    Waiter waiter{self, {}, nullptr};
-    bool looking;
+    Waiter* waiter;
     {
         const platform::SrwGuard guard(m_lock);
         if (m_owner == self) {
@@ -68,30 +75,35 @@ void LockQueue::enter() noexcept
             own(self);
             return;
         }
-        looking = add(waiter);
+        waiter = add(self);
     }
-    await(waiter, looking);
+    if (waiter) await(*waiter);
 }
 
-void LockQueue::await(Waiter& waiter, bool looking) noexcept
+void LockQueue::await(Waiter& waiter) noexcept
 {
     for (;;) {
-        for (int i = 0; looking && i < mostLooks && m_owner != 0 && !waiter.called; ++i)
+        for (int i = 0; m_looking == &waiter && i < mostLooks && m_owner != 0 && !waiter.called; ++i)
             SwitchToThread();
 
-        const platform::SrwGuard guard(m_lock);
-        if (waiter.called) return;
-        const bool isFree = m_owner == 0;
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(waiter.since + longestWait - Clock::now());
-        if (isFree || left <= 0ms) {
-            remove(waiter);
-            if (isFree) own(waiter.thread);
-            return;
+        Clock::duration left;
+        {
+            const platform::SrwGuard guard(m_lock);
+            waiter.asleep = false;
+            const bool isFree = m_owner == 0;
+            left = waiter.since + longestWait - Clock::now();
+            if (waiter.called || isFree || left <= 0ms) {
+                if (!waiter.called) {
+                    remove(waiter);
+                    if (isFree) own(waiter.thread);
+                }
+                waiter.thread = 0;
+                return;
+            }
+            waiter.asleep = true;
         }
-        waiter.asleep = true;
-        SleepConditionVariableSRW(waiter.wakeUp, &m_lock, static_cast<DWORD>(left.count()), 0);
-        waiter.asleep = false;
-        looking = m_looking == &waiter;
+        WaitForSingleObject(waiter.wakeUp,
+                            static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
     }
 }
 
@@ -102,11 +114,22 @@ void LockQueue::takeOver() noexcept
     if (m_owner != self) own(self);
 }
 
-// Of a queue that is not empty: who is called, has its turn; who is to look out, may be overtaken by whoever comes.
+// Who has waited for too long is about to go to the lock by itself, or dead.
+void LockQueue::dropOverdue(Clock::time_point now) noexcept
+{
+    for (Waiter* longest; (longest = longestWaiting()) && now - longest->since > longestWait;) {
+        remove(*longest);
+        longest->called = true;
+    }
+}
+
+// Who is called, has its turn; who is to look out, may be overtaken by whoever comes.
 LockQueue::Waiter* LockQueue::chooseNext() noexcept
 {
-    Waiter* const longest = longestWaiting();
     const Clock::time_point now = Clock::now();
+    dropOverdue(now);
+    Waiter* const longest = longestWaiting();
+    if (!longest) return nullptr;
     if (now - std::max(longest->since, m_handedOver) >= turn) {
         remove(*longest);
         own(longest->thread);
@@ -123,15 +146,22 @@ LockQueue::Waiter* LockQueue::chooseNext() noexcept
 
 void LockQueue::leave() noexcept
 {
-    CONDITION_VARIABLE* wakeUp = nullptr;
+    HANDLE wakeUp = nullptr;
     {
         const platform::SrwGuard guard(m_lock);
         if (m_owner != GetCurrentThreadId() || --m_depth > 0) return;
         m_owner = 0;
         if (!longestWaiting()) return;
         Waiter* const next = chooseNext();
+        if (!next) return;
         if (next->asleep) wakeUp = next->wakeUp;
         next->asleep = false;
     }
-    if (wakeUp) WakeAllConditionVariable(wakeUp);
+    if (wakeUp) SetEvent(wakeUp);
+}
+
+void LockQueue::close() noexcept
+{
+    for (Waiter& waiter : m_waiters)
+        if (const HANDLE wakeUp = std::exchange(waiter.wakeUp, nullptr)) CloseHandle(wakeUp);
 }

@@ -21,36 +21,38 @@ class LockQueue
     // Ends the turn; without effect when it is not the calling thread's.
     void leave() noexcept;
 
+    // When nobody will come any more.
+    void close() noexcept;
+
  private:
     using Clock = std::chrono::steady_clock;
 
+    // In memory of the queue's own, and woken by an event of the system: a thread may be ended while it waits, and its
+    // stack go with it.
     struct Waiter
     {
-        DWORD thread;
+        DWORD thread = 0;  // 0: nobody's
         Clock::time_point since;
-        CONDITION_VARIABLE* wakeUp;
+        HANDLE wakeUp = nullptr;
         bool asleep = false;
-        std::atomic<bool> called = false;  // its turn was given to it
+        std::atomic<bool> called = false;  // it waits no more
         Waiter* next = nullptr;
     };
 
     void own(DWORD thread) noexcept;
-    bool add(Waiter& waiter) noexcept;
+    Waiter* add(DWORD thread) noexcept;
     void remove(Waiter& waiter) noexcept;
-    void await(Waiter& waiter, bool looking) noexcept;
+    void await(Waiter& waiter) noexcept;
     Waiter* longestWaiting() const noexcept;
+    void dropOverdue(Clock::time_point now) noexcept;
     Waiter* chooseNext() noexcept;
-
-    static constexpr unsigned wakeUps = 16;
 
     SRWLOCK m_lock = SRWLOCK_INIT;
     std::atomic<DWORD> m_owner = 0;  // the thread whose turn it is
     int m_depth = 0;                 // who has the lock may lock it again
     Clock::time_point m_handedOver;  // when a turn was last given away
-    Waiter* m_looking = nullptr;
+    std::atomic<Waiter*> m_looking = nullptr;
     Waiter* m_first = nullptr;  // of those that sleep until they are called
     Waiter* m_last = nullptr;
-    // Not part of the waiters, which may be gone when they are woken.
-    unsigned m_tickets = 0;
-    CONDITION_VARIABLE m_wakeUps[wakeUps] = {};
+    Waiter m_waiters[64];  // who finds no place goes to the lock at once
 };

@@ -4,12 +4,13 @@
 
 #include "channel/lockQueue.h"
 #include "channel/traceValues.h"
+#include "kxframework.h"
 #include "Kxotrc.h"
 
 namespace {
 
 HANDLE s_lock = nullptr;
-LockQueue s_queue;
+constinit LockQueue s_queue;
 
 bool valid(HANDLE lock) noexcept
 {
@@ -33,25 +34,29 @@ void closeOvaScpLock() noexcept
     if (!valid(lock)) return;
     ReleaseMutex(lock);
     CloseHandle(lock);
+    s_queue.close();
 }
 
 std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
 {
     constexpr char function[] = "OvaScpLock: ";
+    // Who may have to give up must not wait where nobody can tell it to; and of a process that ends the other threads are
+    // gone, wherever they were.
+    const bool queued = !giveUp && !ProcessIsEnding();
+    if (queued) s_queue.enter();
     const HANDLE lock = s_lock;
-    if (!valid(lock)) return ERROR_INVALID_HANDLE;
-
-    // Who may have to give up must not wait where nobody can tell it to.
-    if (!giveUp) s_queue.enter();
-    const HANDLE ends[] = {lock, giveUp};
-    const DWORD result = WaitForMultipleObjects(giveUp ? 2 : 1, ends, FALSE, ovaScpLockTimeout);
-    if (result == WAIT_OBJECT_0) {
-        if (!giveUp) s_queue.takeOver();
-        return result;
+    if (!valid(lock)) {
+        if (queued) s_queue.leave();
+        return ERROR_INVALID_HANDLE;
     }
 
+    const HANDLE ends[] = {lock, giveUp};
+    const DWORD result = WaitForMultipleObjects(giveUp ? 2 : 1, ends, FALSE, ovaScpLockTimeout);
     const DWORD error = GetLastError();
-    s_queue.leave();
+    if (queued && (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED_0)) s_queue.takeOver();
+    if (result == WAIT_OBJECT_0) return result;
+
+    if (queued) s_queue.leave();
     KXTRACE(function, TRC_DETAIL, "return - error getting mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x", hex(lock),
             hex(result), hex(GetCurrentThreadId()), hex(GetCurrentProcessId()));
     if (result == WAIT_FAILED) KXTRACE(function, TRC_DETAIL, "return - WAIT_FAILED - LastErr = 0x%x ", hex(error));
@@ -62,7 +67,7 @@ std::uint32_t OvaScpUnLock() noexcept
 {
     const HANDLE lock = s_lock;
     // Before the lock is free: the next thread's way to it takes as long as this one's out of it.
-    s_queue.leave();
+    if (!ProcessIsEnding()) s_queue.leave();
     if (valid(lock) && !ReleaseMutex(lock)) {
         const DWORD error = GetLastError();
         KXTRACE("OvaScpUnLock: ", TRC_DETAIL, "return - releasing mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x",
