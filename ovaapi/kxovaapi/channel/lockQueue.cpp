@@ -9,9 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto turn = 1ms;           // a few dozen calls
+constexpr auto turn = 4ms;           // a hundred calls or so
 constexpr auto longestWait = 500ms;  // many turns
-constexpr int mostLooks = 400;       // a few calls; who waits for longer sleeps
+constexpr int mostLooks = 2000;      // to be woken costs more than a call takes
 
 }  // namespace
 
