@@ -1,6 +1,7 @@
 #include "channel/lockQueue.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "platform/support/srw_lock.h"
@@ -9,9 +10,26 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto turn = 4ms;           // a hundred calls or so
+constexpr auto turn = 10ms;          // hundreds of calls; less than the scheduler lets a thread run
 constexpr auto longestWait = 500ms;  // many turns
+constexpr DWORD nap = 2;             // milliseconds
 constexpr int mostLooks = 2000;      // to be woken costs more than a call takes
+
+DWORD milliseconds(std::chrono::steady_clock::duration time) noexcept
+{
+    return static_cast<DWORD>(std::max(0ms, std::chrono::ceil<std::chrono::milliseconds>(time)).count());
+}
+
+// On the only processor a look is the others' turn, so one or two see the end of a call, and more slow down the next ones.
+int firstLooks() noexcept
+{
+    static const bool oneProcessor = [] {
+        DWORD_PTR ours = 0;
+        DWORD_PTR all = 0;
+        return GetProcessAffinityMask(GetCurrentProcess(), &ours, &all) && std::has_single_bit(ours);
+    }();
+    return oneProcessor ? 3 : mostLooks;
+}
 
 }  // namespace
 
@@ -30,16 +48,20 @@ LockQueue::Waiter* LockQueue::add(DWORD thread) noexcept
     if (!waiter.wakeUp) return nullptr;
     waiter.thread = thread;
     waiter.since = Clock::now();
-    waiter.asleep = false;
+    waiter.is = Is::Awake;
     waiter.called = false;
-    waiter.next = nullptr;
-    if (!m_looking) {
+    if (!m_looking)
         m_looking = &waiter;
-    } else {
-        (m_last ? m_last->next : m_first) = &waiter;
-        m_last = &waiter;
-    }
+    else
+        append(waiter);
     return &waiter;
+}
+
+void LockQueue::append(Waiter& waiter) noexcept
+{
+    waiter.next = nullptr;
+    (m_last ? m_last->next : m_first) = &waiter;
+    m_last = &waiter;
 }
 
 void LockQueue::remove(Waiter& waiter) noexcept
@@ -80,31 +102,52 @@ void LockQueue::enter() noexcept
     if (waiter) await(*waiter);
 }
 
+bool LockQueue::isDue(const Waiter& waiter, Clock::time_point now) const noexcept
+{
+    return now - std::max(waiter.since, m_handedOver) >= turn;
+}
+
+void LockQueue::giveTo(const Waiter& waiter, Clock::time_point now) noexcept
+{
+    if (isDue(waiter, now)) m_handedOver = now;
+    own(waiter.thread);
+}
+
 void LockQueue::await(Waiter& waiter) noexcept
 {
-    for (;;) {
-        for (int i = 0; m_looking == &waiter && i < mostLooks && m_owner != 0 && !waiter.called; ++i)
+    for (int looks = firstLooks();;) {
+        for (; looks > 0 && m_looking == &waiter && m_owner != 0 && !waiter.called; --looks)
             SwitchToThread();
-
-        Clock::duration left;
-        {
-            const platform::SrwGuard guard(m_lock);
-            waiter.asleep = false;
-            const bool isFree = m_owner == 0;
-            left = waiter.since + longestWait - Clock::now();
-            if (waiter.called || isFree || left <= 0ms) {
-                if (!waiter.called) {
-                    remove(waiter);
-                    if (isFree) own(waiter.thread);
-                }
-                waiter.thread = 0;
-                return;
-            }
-            waiter.asleep = true;
-        }
-        WaitForSingleObject(waiter.wakeUp,
-                            static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
+        const Then then = decide(waiter);
+        if (then == Then::GoIn) return;
+        if (then == Then::Nap)
+            Sleep(nap);
+        else
+            WaitForSingleObject(waiter.wakeUp, milliseconds(waiter.since + longestWait - Clock::now()));
+        const platform::SrwGuard guard(m_lock);
+        waiter.is = Is::Awake;
+        looks = isDue(waiter, Clock::now()) ? mostLooks : firstLooks();
     }
+}
+
+// Who looks out, may find the lock free at any time until its turn is due; from then on it is called.
+LockQueue::Then LockQueue::decide(Waiter& waiter) noexcept
+{
+    const platform::SrwGuard guard(m_lock);
+    const Clock::time_point now = Clock::now();
+    const bool isFree = m_owner == 0;
+    if (!waiter.called && (isFree || now - waiter.since >= longestWait)) {
+        remove(waiter);
+        if (isFree) giveTo(waiter, now);
+        waiter.called = true;
+    }
+    if (waiter.called) {
+        waiter.thread = 0;
+        return Then::GoIn;
+    }
+    const bool naps = m_looking == &waiter && !isDue(waiter, now);
+    waiter.is = naps ? Is::OnItsWay : Is::Asleep;
+    return naps ? Then::Nap : Then::Sleep;
 }
 
 void LockQueue::takeOver() noexcept
@@ -123,41 +166,46 @@ void LockQueue::dropOverdue(Clock::time_point now) noexcept
     }
 }
 
-// Who is called, has its turn; who is to look out, may be overtaken by whoever comes.
+void LockQueue::letLookOut(Waiter& waiter) noexcept
+{
+    remove(waiter);
+    if (Waiter* const before = m_looking.exchange(&waiter)) append(*before);
+}
+
+// Who looks out may be overtaken by whoever comes, until the turn is handed to it: not before it is there, so that the
+// lock does not stay free meanwhile.
 LockQueue::Waiter* LockQueue::chooseNext() noexcept
 {
     const Clock::time_point now = Clock::now();
     dropOverdue(now);
     Waiter* const longest = longestWaiting();
-    if (!longest) return nullptr;
-    if (now - std::max(longest->since, m_handedOver) >= turn) {
-        remove(*longest);
-        own(longest->thread);
-        longest->called = true;
-        m_handedOver = now;
+    if (!longest || (m_looking && !isDue(*longest, now))) return nullptr;
+    if (longest != m_looking) {
+        letLookOut(*longest);
         return longest;
     }
-    if (!m_looking) {
-        remove(*longest);
-        m_looking = longest;
-    }
-    return m_looking;
+    if (longest->is == Is::OnItsWay) return nullptr;
+    remove(*longest);
+    giveTo(*longest, now);
+    longest->called = true;
+    return longest;
 }
 
-void LockQueue::leave() noexcept
+LockQueue::WakeUp LockQueue::leave() noexcept
 {
-    HANDLE wakeUp = nullptr;
-    {
-        const platform::SrwGuard guard(m_lock);
-        if (m_owner != GetCurrentThreadId() || --m_depth > 0) return;
-        m_owner = 0;
-        if (!longestWaiting()) return;
-        Waiter* const next = chooseNext();
-        if (!next) return;
-        if (next->asleep) wakeUp = next->wakeUp;
-        next->asleep = false;
-    }
-    if (wakeUp) SetEvent(wakeUp);
+    const platform::SrwGuard guard(m_lock);
+    if (m_owner != GetCurrentThreadId() || --m_depth > 0) return WakeUp();
+    m_owner = 0;
+    if (!longestWaiting()) return WakeUp();
+    Waiter* const next = chooseNext();
+    if (!next || next->is != Is::Asleep) return WakeUp();
+    next->is = Is::OnItsWay;
+    return WakeUp(next->wakeUp);
+}
+
+LockQueue::WakeUp::~WakeUp()
+{
+    if (m_event) SetEvent(m_event);
 }
 
 void LockQueue::close() noexcept

@@ -66,8 +66,9 @@ std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
 std::uint32_t OvaScpUnLock() noexcept
 {
     const HANDLE lock = s_lock;
-    // Before the lock is free: the next thread's way to it takes as long as this one's out of it.
-    if (!ProcessIsEnding()) s_queue.leave();
+    // Before the lock is free: the next thread's way to it takes as long as this one's out of it. Should it sleep, it is
+    // woken after that.
+    const auto next = ProcessIsEnding() ? LockQueue::WakeUp() : s_queue.leave();
     if (valid(lock) && !ReleaseMutex(lock)) {
         const DWORD error = GetLastError();
         KXTRACE("OvaScpUnLock: ", TRC_DETAIL, "return - releasing mutex 0x%x 0x%x; Thread 0x%x, Process 0x%x",

@@ -4,21 +4,23 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 #include <vector>
 
+#include "atOnce.h"
+
 namespace {
 
 constexpr DWORD patience = 500;  // milliseconds that a thread waits for its turn at most
-constexpr DWORD tick = 50;       // a clock's unevenness, and more
+constexpr DWORD aWhile = 50;     // more than a clock's unevenness, less than a waiter's patience
 
 // What the queue is for, with the means to see that two were there at once.
 struct Place
 {
     LockQueue queue;
-    std::atomic<int> inside = 0;
-    std::atomic<int> most = 0;
+    AtOnce visitors;
     std::atomic<bool> impatient = false;  // on a machine this slow some go in without their turn
 
     ~Place() { queue.close(); }
@@ -27,17 +29,14 @@ struct Place
     {
         const DWORD start = GetTickCount();
         queue.enter();
-        if (GetTickCount() - start >= patience - tick) impatient = true;
-        const int now = ++inside;
-        int seen = most;
-        while (now > seen && !most.compare_exchange_weak(seen, now)) {
-        }
+        if (GetTickCount() - start >= patience - aWhile) impatient = true;
+        visitors.enter();
         for (int i = 0; i < turnsOfTheScheduler; ++i)
             SwitchToThread();
-        --inside;
+        visitors.leave();
         queue.leave();
     }
-    bool wasOneAtATime() const { return most == 1 || impatient; }
+    bool wasOneAtATime() const { return visitors.most() == 1 || impatient; }
 };
 
 class ManyThreads : public testing::TestWithParam<int>
@@ -105,7 +104,7 @@ class Visitor
         const DWORD start = GetTickCount();
         while (!in_ && GetTickCount() - start < milliseconds)
             SwitchToThread();
-        return !in_ || GetTickCount() - begun_ >= patience - tick;  // on a machine as slow as that nothing is learnt
+        return !in_ || GetTickCount() - begun_ >= patience - aWhile;  // on so slow a machine nothing is learnt
     }
     void join() { thread_.join(); }
 
@@ -116,7 +115,24 @@ class Visitor
     std::thread thread_;
 };
 
-constexpr DWORD aWhile = 50;  // milliseconds; a waiter's patience is longer
+TEST(LockQueue, ThreadThatSleeps_isWokenWhenTheTurnEnds)
+{
+    LockQueue queue;
+    const auto wait = [&queue] {
+        const DWORD start = GetTickCount();
+        queue.enter();
+        Visitor visitor(queue);
+        EXPECT_TRUE(visitor.staysOutFor(aWhile));
+        queue.leave();
+        visitor.join();
+        return GetTickCount() - start;
+    };
+    DWORD shortest = wait();
+    for (int i = 0; i < 10 && shortest >= patience; ++i)
+        shortest = std::min(shortest, wait());
+    EXPECT_LT(shortest, patience) << "woken, not out of patience; a busy machine has ten more tries";
+    queue.close();
+}
 
 TEST(LockQueue, EnteredTwice_isFreeAfterTheSecondLeave)
 {
@@ -184,7 +200,7 @@ TEST(LockQueue, ThreadsThatAreEndedWhileTheyWait_holdUpNobodyForLong)
         ASSERT_NE(thread, nullptr);
         while (!aboutToEnter)
             SwitchToThread();
-        WaitForSingleObject(thread, tick);
+        WaitForSingleObject(thread, aWhile);
         TerminateThread(thread, 0);
         WaitForSingleObject(thread, INFINITE);
         CloseHandle(thread);

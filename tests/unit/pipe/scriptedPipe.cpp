@@ -130,11 +130,9 @@ bool ScriptedPipe::serveRequest(HANDLE pipe, HANDLE event)
     if (!finished(pipe, started, operation, count)) return false;
     request.resize(count);
 
-    const int atOnce = ++atOnce_;
-    for (int most = mostAtOnce_; most < atOnce && !mostAtOnce_.compare_exchange_weak(most, atOnce);) {
-    }
+    underWay_.enter();
     const std::optional<Bytes> reply = nextReply(request);
-    --atOnce_;  // before the reply, with which the next request may come
+    underWay_.leave();  // before the reply, with which the next request may come
     if (!reply) return false;
 
     operation = {};

@@ -14,6 +14,8 @@
 #include <thread>
 #include <vector>
 
+#include "atOnce.h"
+
 class ScriptedPipe
 {
  public:
@@ -36,7 +38,7 @@ class ScriptedPipe
 
     std::vector<Bytes> requests() const;
     int connections() const { return connections_; }
-    int mostAtOnce() const { return mostAtOnce_; }  // requests that were under way at the same time
+    int mostAtOnce() const { return underWay_.most(); }  // requests that were under way at the same time
 
  private:
     static constexpr int instances = 4;
@@ -57,6 +59,5 @@ class ScriptedPipe
     std::condition_variable freeChanged_;
     int free_ = 0;
     std::atomic<int> connections_ = 0;
-    std::atomic<int> atOnce_ = 0;
-    std::atomic<int> mostAtOnce_ = 0;
+    AtOnce underWay_;
 };

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <thread>
 
+#include "atOnce.h"
 #include "loadedLibrary.h"
 
 namespace {
@@ -58,15 +59,11 @@ TEST_F(LifecycleTest, TwoThreadsThatOpenAtOnce_keepOneChannel)
 TEST_F(LifecycleTest, EightThreads_exchangeOneAtATime)
 {
     const LoadedLibrary library;
-    std::atomic<int> inside = 0;
-    std::atomic<int> most = 0;
+    AtOnce exchanges;
     channel.answerAll([&](const Bytes&) {
-        const int now = ++inside;
-        int seen = most;
-        while (now > seen && !most.compare_exchange_weak(seen, now)) {
-        }
+        exchanges.enter();
         SwitchToThread();
-        --inside;
+        exchanges.leave();
         return Bytes{4, 0, 0, 0, 0, 0};
     });
 
@@ -82,7 +79,7 @@ TEST_F(LifecycleTest, EightThreads_exchangeOneAtATime)
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(failed, 0);
-    EXPECT_EQ(most, 1);
+    EXPECT_EQ(exchanges.most(), 1);
     EXPECT_THAT(channel.requests(), SizeIs(8 * perThread));
 }
 
