@@ -14,6 +14,7 @@ constexpr auto turn = 10ms;          // hundreds of calls; less than the schedul
 constexpr auto longestWait = 500ms;  // many turns
 constexpr DWORD nap = 2;             // milliseconds
 constexpr int mostLooks = 2000;      // to be woken costs more than a call takes
+constexpr auto longestLook = 5ms;    // on a busy machine each look can take as long
 
 DWORD milliseconds(std::chrono::steady_clock::duration time) noexcept
 {
@@ -21,14 +22,18 @@ DWORD milliseconds(std::chrono::steady_clock::duration time) noexcept
 }
 
 // On the only processor a look is the others' turn, so one or two see the end of a call, and more slow down the next ones.
+// Found out once, by whoever comes first: a thread that is ended meanwhile must not leave the others waiting for it.
 int firstLooks() noexcept
 {
-    static const bool oneProcessor = [] {
+    static std::atomic<int> looks = 0;
+    if (looks == 0) {
         DWORD_PTR ours = 0;
         DWORD_PTR all = 0;
-        return GetProcessAffinityMask(GetCurrentProcess(), &ours, &all) && std::has_single_bit(ours);
-    }();
-    return oneProcessor ? 3 : mostLooks;
+        const bool oneProcessor =
+            GetProcessAffinityMask(GetCurrentProcess(), &ours, &all) && std::has_single_bit(ours);
+        looks = oneProcessor ? 3 : mostLooks;
+    }
+    return looks;
 }
 
 }  // namespace
@@ -116,7 +121,8 @@ void LockQueue::giveTo(const Waiter& waiter, Clock::time_point now) noexcept
 void LockQueue::await(Waiter& waiter) noexcept
 {
     for (int looks = firstLooks();;) {
-        for (; looks > 0 && m_looking == &waiter && m_owner != 0 && !waiter.called; --looks)
+        const Clock::time_point end = Clock::now() + longestLook;
+        for (; looks > 0 && m_looking == &waiter && m_owner != 0 && !waiter.called && Clock::now() < end; --looks)
             SwitchToThread();
         const Then then = decide(waiter);
         if (then == Then::GoIn) return;
@@ -130,15 +136,21 @@ void LockQueue::await(Waiter& waiter) noexcept
     }
 }
 
-// Who looks out, may find the lock free at any time until its turn is due; from then on it is called.
+// Who looks out may find the lock free at any time until its turn is due, so it naps; from then on it can rely on being
+// called. Only the one that has waited longest uses up the turn that is due: another that finds the lock free goes in
+// between.
 LockQueue::Then LockQueue::decide(Waiter& waiter) noexcept
 {
     const platform::SrwGuard guard(m_lock);
     const Clock::time_point now = Clock::now();
     const bool isFree = m_owner == 0;
     if (!waiter.called && (isFree || now - waiter.since >= longestWait)) {
+        const bool isNext = &waiter == longestWaiting();
         remove(waiter);
-        if (isFree) giveTo(waiter, now);
+        if (isFree && isNext)
+            giveTo(waiter, now);
+        else if (isFree)
+            own(waiter.thread);
         waiter.called = true;
     }
     if (waiter.called) {
@@ -172,8 +184,8 @@ void LockQueue::letLookOut(Waiter& waiter) noexcept
     if (Waiter* const before = m_looking.exchange(&waiter)) append(*before);
 }
 
-// Who looks out may be overtaken by whoever comes, until the turn is handed to it: not before it is there, so that the
-// lock does not stay free meanwhile.
+// Who looks out may be overtaken by whoever comes, until the turn is handed to it: not while it is on its way, so that
+// the lock does not stay free meanwhile.
 LockQueue::Waiter* LockQueue::chooseNext() noexcept
 {
     const Clock::time_point now = Clock::now();

@@ -43,7 +43,7 @@ class LockQueue
 
     enum class Is {
         Awake,
-        OnItsWay,  // wakes up by itself, or has been woken
+        OnItsWay,  // wakes up by itself, or is being woken
         Asleep
     };
 
@@ -67,7 +67,7 @@ class LockQueue
     void remove(Waiter& waiter) noexcept;
     void await(Waiter& waiter) noexcept;
     Then decide(Waiter& waiter) noexcept;
-    Waiter* longestWaiting() const noexcept;
+    Waiter* longestWaiting() const noexcept;  // the first of the list or the lookout
     bool isDue(const Waiter& waiter, Clock::time_point now) const noexcept;
     void giveTo(const Waiter& waiter, Clock::time_point now) noexcept;
     void dropOverdue(Clock::time_point now) noexcept;
@@ -79,7 +79,7 @@ class LockQueue
     int m_depth = 0;                 // who has the lock may lock it again
     Clock::time_point m_handedOver;  // when one that was due was last given its turn
     std::atomic<Waiter*> m_looking = nullptr;
-    Waiter* m_first = nullptr;  // of those that sleep until they are to look out
+    Waiter* m_first = nullptr;  // of those that are to look out later, and sleep or are about to
     Waiter* m_last = nullptr;
     Waiter m_waiters[64];  // who finds no place goes to the lock at once
 };

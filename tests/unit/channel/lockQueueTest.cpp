@@ -13,6 +13,7 @@
 
 namespace {
 
+// A busy machine has more than one try where a test measures time.
 constexpr DWORD patience = 500;  // milliseconds that a thread waits for its turn at most
 constexpr DWORD aWhile = 50;     // more than a clock's unevenness, less than a waiter's patience
 
@@ -74,10 +75,16 @@ TEST(LockQueue, ThreadsThatNeverPause_letALaterOneIn)
             while (!over)
                 place.visit(20);
         });
-    const DWORD start = GetTickCount();
-    for (int i = 0; i < 20; ++i)
-        place.visit();
-    EXPECT_LT(GetTickCount() - start, 10 * patience) << "by turn, not by the end of its patience each time";
+    const auto visit = [&place] {
+        const DWORD start = GetTickCount();
+        for (int i = 0; i < 20; ++i)
+            place.visit();
+        return GetTickCount() - start;
+    };
+    DWORD shortest = visit();
+    for (int i = 0; i < 3 && shortest >= 10 * patience; ++i)
+        shortest = std::min(shortest, visit());
+    EXPECT_LT(shortest, 10 * patience) << "by turn, not by the end of its patience each time";
     over = true;
     for (std::thread& thread : busy)
         thread.join();
@@ -130,7 +137,7 @@ TEST(LockQueue, ThreadThatSleeps_isWokenWhenTheTurnEnds)
     DWORD shortest = wait();
     for (int i = 0; i < 10 && shortest >= patience; ++i)
         shortest = std::min(shortest, wait());
-    EXPECT_LT(shortest, patience) << "woken, not out of patience; a busy machine has ten more tries";
+    EXPECT_LT(shortest, patience) << "woken, not out of patience";
     queue.close();
 }
 
