@@ -42,7 +42,7 @@ std::uint32_t OvaScpLock(HANDLE giveUp) noexcept
     constexpr char function[] = "OvaScpLock: ";
     // Who may have to give up must not wait where nobody can tell it to; and of a process that ends the other threads are
     // gone, wherever they were.
-    const bool queued = !giveUp && !ProcessIsEnding();
+    const bool queued = !giveUp && valid(s_lock) && !ProcessIsEnding();
     if (queued) s_queue.enter();
     const HANDLE lock = s_lock;
     if (!valid(lock)) {
